@@ -1,0 +1,19 @@
+#include <gtest/gtest.h>
+
+#ifdef QUORBIN_TEST_WIDGETS
+#include <QApplication>
+using TestApplication = QApplication;
+#else
+#include <QGuiApplication>
+using TestApplication = QGuiApplication;
+#endif
+
+int main(int argc, char** argv)
+{
+    // Headless unless the caller asked for a real display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    testing::InitGoogleTest(&argc, argv);
+    TestApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
