@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+
 #include <variant>
 
 namespace Runtime {
@@ -21,33 +22,38 @@ enum class VariantType {
     Binary, // long binary data (pictures)
 };
 
-class Variant
-{
+class Variant {
 public:
     Variant() = default;
     Variant(bool value)
         : m_type(VariantType::Boolean)
         , m_value(value)
-    { }
+    {
+    }
     Variant(int value)
         : Variant(static_cast<qint64>(value))
-    { }
+    {
+    }
     Variant(qint64 value)
         : m_type(VariantType::Long)
         , m_value(value)
-    { }
+    {
+    }
     Variant(double value)
         : m_type(VariantType::Double)
         , m_value(value)
-    { }
+    {
+    }
     Variant(const QString& value)
         : m_type(VariantType::Text)
         , m_value(value)
-    { }
+    {
+    }
     Variant(const QByteArray& value)
         : m_type(VariantType::Binary)
         , m_value(value)
-    { }
+    {
+    }
 
     static Variant null()
     {
