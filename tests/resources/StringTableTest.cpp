@@ -234,11 +234,4 @@ INSTANTIATE_TEST_SUITE_P(StringTable, ParseFile,
             { 1, 3, 4 } }),
     rowName<ParseRow>);
 
-TEST(StringTable, ParsedTableAnswersErrorForMissingNumbers)
-{
-    const StringTable table = StringTable::parse("500\tOne\n");
-    EXPECT_EQ(table.text(500), u"One"_s);
-    EXPECT_EQ(table.text(501), u"ERROR"_s);
-}
-
 } // namespace
