@@ -2,6 +2,7 @@
 
 #include "platform/runtime/DecimalDigits.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Format.h"
 #include "platform/runtime/HostLocale.h"
 
 #include <charconv>
@@ -550,6 +551,11 @@ double Round(double value, int digits)
     if (!std::isfinite(scaled) || std::fabs(scaled) >= 4503599627370496.0)
         return value;
     return roundHalfEven(scaled) / scale;
+}
+
+QString CStr(const Variant& value)
+{
+    return Format(value);
 }
 
 } // namespace Runtime

@@ -72,4 +72,9 @@ double Fix(double value);
 // Round(2.5) = 2 and Round(0.125, 2) = 0.12. Error 5 for negative digits.
 double Round(double value, int digits = 0);
 
+// The text a value converts to, the same as Format without a format: numbers in the general
+// form, dates in General Date, on/off values "True" and "False", Empty and Null as the empty
+// text, binary data read as UTF-8.
+QString CStr(const Variant& value);
+
 } // namespace Runtime

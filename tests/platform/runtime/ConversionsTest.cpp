@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostLocale.h"
+#include "platform/runtime/QStringPrinter.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
