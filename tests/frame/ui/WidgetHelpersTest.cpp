@@ -1,0 +1,311 @@
+#include "frame/ui/WidgetHelpers.h"
+
+#include "frame/FrameSettings.h"
+#include "frame/ui/PrinterList.h"
+#include "resources/StringTable.h"
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// ---- Menu captions --------------------------------------------------------------------------
+
+TEST(SetMenuCaptions, TakesConsecutiveStringsAndMarksSeparators)
+{
+    QMenuBar bar;
+    QMenu* fileMenu = bar.addMenu(u"x"_s);
+    QList<QAction*> items;
+    for (int index = 0; index < 4; ++index)
+        items.append(fileMenu->addAction(u"x"_s));
+
+    Frame::SetMenuCaptions({ fileMenu->menuAction() }, 400);
+    Frame::SetMenuCaptions(items, 401);
+
+    EXPECT_EQ(fileMenu->title(), u"&File"_s);
+    const QStringList expected { u"&New..."_s, u"&Open..."_s, u"-"_s, u"E&xit"_s };
+    for (qsizetype index = 0; index < items.size(); ++index) {
+        EXPECT_EQ(items[index]->text(), expected[index]) << index;
+        EXPECT_EQ(items[index]->isSeparator(), index == 2) << index;
+    }
+}
+
+TEST(SetMenuCaptions, ShorterMenuLeavesLaterStringsUnused)
+{
+    QAction first;
+    QAction second;
+    Frame::SetMenuCaptions({ &first, nullptr, &second }, 411);
+    EXPECT_EQ(first.text(), u"&Compact Database..."_s);
+    EXPECT_EQ(second.text(), GetResString(413));
+}
+
+TEST(SetMenuCaptions, MissingStringShowsError)
+{
+    QAction item;
+    Frame::SetMenuCaptions({ &item }, 399);
+    EXPECT_EQ(item.text(), u"ERROR"_s);
+}
+
+// ---- Control captions from their tags -------------------------------------------------------
+
+// A print dialog laid out as its form file would have it, every caption still a placeholder.
+struct PrintDialog
+{
+    PrintDialog()
+    {
+        dialog.setProperty("Tag", u"2"_s); // a document slot, not a caption
+        dialog.setWindowTitle(u"Print"_s);
+        auto* layout = new QVBoxLayout(&dialog);
+        printersLabel = Tagged(new QLabel(u"?"_s), 1015, layout);
+        orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
+        auto* orientationLayout = new QVBoxLayout(orientation);
+        portrait = Tagged(new QRadioButton(u"?"_s), u"1013"_s, orientationLayout);
+        landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, orientationLayout);
+        tabs = new QTabWidget;
+        layout->addWidget(tabs);
+        rangePage = new QWidget;
+        rangePage->setProperty("Tag", 911);
+        tabs->addTab(rangePage, u"?"_s);
+        ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
+        cancel = Tagged(new QPushButton(u"?"_s), 1001, layout);
+        wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
+        noTag = new QLabel(u"keep"_s);
+        layout->addWidget(noTag);
+        missingText = Tagged(new QLabel(u"?"_s), 99999, layout);
+    }
+
+    template <typename Widget>
+    static Widget* Tagged(Widget* widget, const QVariant& tag, QLayout* layout)
+    {
+        widget->setProperty("Tag", tag);
+        layout->addWidget(widget);
+        return widget;
+    }
+
+    QDialog dialog;
+    QLabel* printersLabel;
+    QGroupBox* orientation;
+    QRadioButton* portrait;
+    QRadioButton* landscape;
+    QTabWidget* tabs;
+    QWidget* rangePage;
+    QPushButton* ok;
+    QPushButton* cancel;
+    QLabel* wordTag;
+    QLabel* noTag;
+    QLabel* missingText;
+};
+
+TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
+{
+    PrintDialog print;
+    Frame::LocaliseControls(&print.dialog);
+    EXPECT_EQ(print.printersLabel->text(), u"Printer:"_s);
+    EXPECT_EQ(print.orientation->title(), u"&Orientation"_s);
+    EXPECT_EQ(print.portrait->text(), u"&Portrait"_s);
+    EXPECT_EQ(print.landscape->text(), u"&Landscape"_s);
+    EXPECT_EQ(print.rangePage->windowTitle(), u"Range"_s);
+    EXPECT_EQ(print.ok->text(), u"OK"_s);
+    EXPECT_EQ(print.cancel->text(), u"Cancel"_s);
+    EXPECT_EQ(print.missingText->text(), u"ERROR"_s);
+}
+
+TEST(LocaliseControls, LeavesUntaggedControlsAndTheWindowAlone)
+{
+    PrintDialog print;
+    Frame::LocaliseControls(&print.dialog);
+    EXPECT_EQ(print.wordTag->text(), u"keep"_s);
+    EXPECT_EQ(print.noTag->text(), u"keep"_s);
+    EXPECT_EQ(print.dialog.windowTitle(), u"Print"_s);
+    Frame::LocaliseControls(nullptr);
+}
+
+// ---- Option buttons -------------------------------------------------------------------------
+
+struct OptionRow
+{
+    const char* name;
+    int checked; // -1: none
+    bool withGap;
+    int expected;
+};
+
+class SelectedOption : public testing::TestWithParam<OptionRow>
+{
+};
+
+TEST_P(SelectedOption, IsThePositionOfTheCheckedButton)
+{
+    const OptionRow& row = GetParam();
+    QWidget group;
+    QList<QRadioButton*> buttons;
+    for (int index = 0; index < 3; ++index)
+        buttons.append(new QRadioButton(&group));
+    if (row.checked >= 0)
+        buttons[row.checked]->setChecked(true);
+    if (row.withGap)
+        buttons[0] = nullptr;
+    EXPECT_EQ(Frame::SelectedOptionIndex(buttons), row.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, SelectedOption,
+    testing::Values(OptionRow { "none_checked", -1, false, -1 }, OptionRow { "first", 0, false, 0 },
+        OptionRow { "last", 2, false, 2 }, OptionRow { "missing_button_skipped", 1, true, 1 }),
+    [](const testing::TestParamInfo<OptionRow>& info) { return std::string(info.param.name); });
+
+TEST(SelectedOption, NonExclusiveButtonsGiveTheFirstChecked)
+{
+    QWidget group;
+    QList<QAbstractButton*> buttons;
+    for (int index = 0; index < 3; ++index) {
+        auto* button = new QRadioButton(&group);
+        button->setAutoExclusive(false);
+        buttons.append(button);
+    }
+    buttons[1]->setChecked(true);
+    buttons[2]->setChecked(true);
+    EXPECT_EQ(Frame::SelectedOptionIndex(buttons), 1);
+}
+
+// ---- Window sizes ---------------------------------------------------------------------------
+
+struct SizeRow
+{
+    const char* name;
+    int width;
+    int height;
+};
+
+class ClientSize : public testing::TestWithParam<SizeRow>
+{
+};
+
+TEST_P(ClientSize, MainWindowCentralAreaTakesTheSize)
+{
+    QMainWindow window;
+    window.setMenuBar(new QMenuBar);
+    window.menuBar()->addMenu(u"&File"_s);
+    window.addToolBar(u"Tools"_s)->addAction(u"Open"_s);
+    window.statusBar()->showMessage(u"Ready"_s);
+    window.setCentralWidget(new QWidget);
+    window.resize(500, 400);
+
+    Frame::SetClientHeight(&window, GetParam().height);
+    Frame::SetClientWidth(&window, GetParam().width);
+    window.show();
+    EXPECT_EQ(window.centralWidget()->height(), GetParam().height);
+    EXPECT_EQ(window.centralWidget()->width(), GetParam().width);
+    EXPECT_GT(window.height(), GetParam().height); // menu, tool and status bars around it
+}
+
+TEST_P(ClientSize, PlainWindowIsItsOwnInnerArea)
+{
+    QDialog window;
+    window.resize(500, 400);
+    Frame::SetClientHeight(&window, GetParam().height);
+    Frame::SetClientWidth(&window, GetParam().width);
+    EXPECT_EQ(window.height(), GetParam().height);
+    EXPECT_EQ(window.width(), GetParam().width);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ClientSize,
+    testing::Values(SizeRow { "grows", 640, 480 }, SizeRow { "shrinks", 320, 200 }),
+    [](const testing::TestParamInfo<SizeRow>& info) { return std::string(info.param.name); });
+
+// ---- Printer list ---------------------------------------------------------------------------
+
+class PrinterListTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        combo.addItems({ u"old 1"_s, u"old 2"_s });
+        combo.setEnabled(true);
+        ok.setEnabled(true);
+    }
+    void TearDown() override { Frame::Settings() = {}; }
+
+    QComboBox combo;
+    QPushButton ok;
+};
+
+TEST_F(PrinterListTest, MachineWithoutPrintersShowsNoPrintersAndDisablesOk)
+{
+    if (!QPrinterInfo::availablePrinterNames().isEmpty())
+        GTEST_SKIP() << "this machine has printers; the row is about one without";
+    Frame::FillPrinterList(&combo, &ok);
+    ASSERT_EQ(combo.count(), 1);
+    EXPECT_EQ(combo.itemText(0), u"No Printers"_s);
+    EXPECT_FALSE(combo.isEnabled());
+    EXPECT_FALSE(ok.isEnabled());
+}
+
+TEST_F(PrinterListTest, CurrentPrinterIsSelected)
+{
+    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s, u"Library"_s }, u"Room 4"_s);
+    ASSERT_EQ(combo.count(), 3);
+    EXPECT_EQ(combo.itemText(2), u"Library"_s);
+    EXPECT_EQ(combo.currentIndex(), 1);
+    EXPECT_TRUE(combo.isEnabled());
+    EXPECT_TRUE(ok.isEnabled());
+}
+
+TEST_F(PrinterListTest, UnknownCurrentPrinterLeavesTheFirstSelected)
+{
+    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s }, u"Gone"_s);
+    EXPECT_EQ(combo.currentIndex(), 0);
+}
+
+TEST_F(PrinterListTest, PrintersEnableOkAgainAfterAnEmptyList)
+{
+    Frame::FillPrinterList(&combo, &ok, {}, QString());
+    EXPECT_FALSE(ok.isEnabled());
+    Frame::FillPrinterList(&combo, &ok, { u"Office"_s }, QString());
+    EXPECT_TRUE(combo.isEnabled());
+    EXPECT_TRUE(ok.isEnabled());
+    EXPECT_EQ(combo.count(), 1);
+}
+
+TEST_F(PrinterListTest, WorksWithoutAnOkButton)
+{
+    Frame::FillPrinterList(&combo, nullptr, {}, QString());
+    EXPECT_EQ(combo.itemText(0), u"No Printers"_s);
+}
+
+TEST_F(PrinterListTest, ChosenPrinterStaysCurrent)
+{
+    Frame::Settings().CurrentPrinter = u"Room 4"_s;
+    EXPECT_EQ(Frame::CurrentPrinterName(), u"Room 4"_s);
+    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s }, Frame::CurrentPrinterName());
+    EXPECT_EQ(combo.currentIndex(), 1);
+}
+
+TEST_F(PrinterListTest, WithoutAChoiceTheDefaultPrinterIsCurrent)
+{
+    EXPECT_EQ(Frame::CurrentPrinterName(), QPrinterInfo::defaultPrinterName());
+}
+
+TEST_F(PrinterListTest, ChoosingOutsideTheListChangesNothing)
+{
+    Frame::Settings().CurrentPrinter = u"Room 4"_s;
+    const int outside = int(QPrinterInfo::availablePrinterNames().size());
+    Frame::ChoosePrinter(outside);
+    Frame::ChoosePrinter(-1);
+    EXPECT_EQ(Frame::Settings().CurrentPrinter, u"Room 4"_s);
+}
+
+} // namespace
