@@ -22,9 +22,15 @@ public:
     using Appender = std::function<void(const Pointer&)>;
     using Remover = std::function<void(const Pointer&)>;
 
+    Collection() = default;
+    explicit Collection(int missingNameError)
+        : m_missingName(missingNameError)
+    { }
+
     int Count() const { return static_cast<int>(items().size()); }
 
-    // Throws DaoError 3265 (item not found) for a position or name that is not there.
+    // Throws DaoError 3265 (item not found) for a position or name that is not there; a
+    // Properties collection says 3270 (property not found) for a name instead.
     Pointer Item(int index) const
     {
         const std::vector<Pointer> all = items();
@@ -36,7 +42,7 @@ public:
     {
         if (Pointer found = Find(name))
             return found;
-        throw DaoError::make(DaoError::ItemNotFound);
+        throw DaoError::make(m_missingName);
     }
     Pointer operator()(int index) const { return Item(index); }
     Pointer operator()(const QString& name) const { return Item(name); }
@@ -89,6 +95,7 @@ public:
     bool isAttached() const { return static_cast<bool>(m_loader); }
     // Workspaces may share a name: every card window makes one called "Quorbin".
     void allowSharedNames() { m_uniqueNames = false; }
+    void setMissingNameError(int number) { m_missingName = number; }
 
 private:
     std::vector<Pointer> m_items;
@@ -96,6 +103,7 @@ private:
     Appender m_appender;
     Remover m_remover;
     bool m_uniqueNames = true;
+    int m_missingName = DaoError::ItemNotFound;
 };
 
 } // namespace Dao

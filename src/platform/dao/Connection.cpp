@@ -150,6 +150,10 @@ void Connection::configure(const Options& options)
     // SQL may not write to the schema tables directly.
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // Every name is written in double quotes; one that names no column must fail, never
+    // quietly become a text.
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     RegisterSqlFunctions(m_database);
     try {
         execute(u"PRAGMA cell_size_check = ON"_s);

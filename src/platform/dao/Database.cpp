@@ -143,8 +143,11 @@ std::shared_ptr<QueryDef> Database::CreateQueryDef(const QString& name, const QS
     std::shared_ptr<QueryDef> query(new QueryDef(database, name, false));
     if (!sql.isEmpty())
         query->SetSQL(sql);
-    if (!name.isEmpty())
+    if (!name.isEmpty()) {
+        if (database->queryDefSql(name))
+            throw DaoError::make(DaoError::ObjectExists, name);
         m_queryDefs.Append(query);
+    }
     return query;
 }
 

@@ -29,7 +29,9 @@ public:
     bool Exclusive() const;
 
     Collection<TableDef>& TableDefs() { return m_tableDefs; }
+    std::shared_ptr<TableDef> TableDefs(const QString& name) { return m_tableDefs.Item(name); }
     Collection<QueryDef>& QueryDefs() { return m_queryDefs; }
+    std::shared_ptr<QueryDef> QueryDefs(const QString& name) { return m_queryDefs.Item(name); }
     Collection<Property>& Properties() { return m_properties; }
 
     std::shared_ptr<TableDef> CreateTableDef(const QString& name = {});
@@ -61,7 +63,7 @@ private:
     std::shared_ptr<DatabaseCore> m_core;
     Collection<TableDef> m_tableDefs;
     Collection<QueryDef> m_queryDefs;
-    Collection<Property> m_properties;
+    Collection<Property> m_properties { DaoError::PropertyNotFound };
     qint64 m_recordsAffected = 0;
 };
 

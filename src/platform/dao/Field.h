@@ -102,7 +102,7 @@ private:
     QString m_sourceField;
     std::weak_ptr<Recordset> m_recordset;
     int m_index = 0; // position in the recordset
-    Collection<Property> m_properties;
+    Collection<Property> m_properties { DaoError::PropertyNotFound };
 };
 
 } // namespace Dao

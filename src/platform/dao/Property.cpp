@@ -47,6 +47,7 @@ void Property::SetValue(const Runtime::Variant& value)
 void Property::Attach(Collection<Property>& collection, const std::shared_ptr<DatabaseCore>& core,
     const Location& location)
 {
+    collection.setMissingNameError(DaoError::PropertyNotFound);
     const std::vector<std::shared_ptr<Property>> pending = collection.items();
     const std::weak_ptr<DatabaseCore> weak = core;
     auto attachOne = [weak, location](Property& property) {

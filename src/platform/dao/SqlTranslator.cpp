@@ -267,7 +267,9 @@ private:
                 piece = QuoteIdentifier(token.text);
                 break;
             case Kind::String:
-                piece = QuoteString(token.text);
+                // Text compares without regard to case wherever it stands, as the engine's
+                // does: a literal carries that collation into any comparison it is part of.
+                piece = QuoteString(token.text) + u" COLLATE NOCASE"_s;
                 break;
             case Kind::Number:
                 piece = token.text;

@@ -56,7 +56,7 @@ private:
     std::weak_ptr<DatabaseCore> m_core;
     Collection<Field> m_fields;
     Collection<Dao::Index> m_indexes;
-    Collection<Property> m_properties;
+    Collection<Property> m_properties { DaoError::PropertyNotFound };
 };
 
 } // namespace Dao
