@@ -20,6 +20,10 @@ namespace {
 // Marks files made by this engine; `file` and other tools can tell them apart.
 constexpr int ApplicationId = 0x51424E44; // "QBND"
 
+// Every SQLite database file starts so and is at least one page of the smallest size.
+const QByteArray Magic("SQLite format 3\0", 16);
+constexpr qint64 MinimumFileSize = 512;
+
 // Sessions of this program that hold a write transaction, by file: a busy file is then
 // "locked by another session on this machine" (3188) rather than by another user.
 QMutex& WritersMutex()
@@ -78,9 +82,6 @@ std::unique_ptr<Connection> Connection::open(const QString& path, const Options&
         throw DaoError::make(DaoError::FileNotFound, path);
     if (info.isDir())
         throw DaoError::make(DaoError::InvalidPath, path);
-    // SQLite would take an empty file for a new database and write one into it.
-    if (info.size() == 0)
-        throw DaoError::make(DaoError::UnrecognizedFormat, path);
     if (!info.isReadable() || (!options.readOnly && !info.isWritable()))
         throw DaoError::make(DaoError::PermissionDenied, path);
 
@@ -90,6 +91,11 @@ std::unique_ptr<Connection> Connection::open(const QString& path, const Options&
     connection->m_readOnly = options.readOnly;
     connection->m_exclusive = options.exclusive;
     connection->m_lock = FileLock::acquire(path, options.exclusive, options.busyTimeout);
+    // SQLite takes a file shorter than one page for a new, empty database and would write
+    // one into it; every real database starts with the header and fills at least one page.
+    if (connection->m_lock->fileSize() < MinimumFileSize
+        || connection->m_lock->readStart(Magic.size()) != Magic)
+        throw DaoError::make(DaoError::UnrecognizedFormat, path);
 
     const int flags = (options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE)
         | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE;

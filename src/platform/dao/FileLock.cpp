@@ -121,6 +121,28 @@ std::unique_ptr<FileLock> FileLock::acquire(
     }
 }
 
+QByteArray FileLock::readStart(qint64 length) const
+{
+    QMutexLocker locker(&RegistryMutex());
+    const auto found = Registry().constFind(Key(m_device, m_inode));
+    if (found == Registry().constEnd() || length <= 0)
+        return {};
+    QByteArray bytes(length, Qt::Uninitialized);
+    const ssize_t read = pread(found->descriptor, bytes.data(), static_cast<size_t>(length), 0);
+    bytes.resize(read > 0 ? read : 0);
+    return bytes;
+}
+
+qint64 FileLock::fileSize() const
+{
+    QMutexLocker locker(&RegistryMutex());
+    const auto found = Registry().constFind(Key(m_device, m_inode));
+    struct stat status = {};
+    if (found == Registry().constEnd() || fstat(found->descriptor, &status) != 0)
+        return 0;
+    return static_cast<qint64>(status.st_size);
+}
+
 FileLock::~FileLock()
 {
     QMutexLocker locker(&RegistryMutex());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <memory>
 
@@ -24,6 +25,12 @@ public:
         const QString& path, bool exclusive, int timeoutMilliseconds);
 
     ~FileLock();
+
+    // The file's first bytes and its size, read through the descriptor the lock keeps:
+    // opening and closing another descriptor of the file would drop the locks SQLite holds
+    // on it for this process.
+    QByteArray readStart(qint64 length) const;
+    qint64 fileSize() const;
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
