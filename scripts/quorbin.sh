@@ -13,6 +13,7 @@ packages=(
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     clang libclang-rt-14-dev
     fonts-liberation2
+    libuemf-dev
 )
 
 install_missing() {

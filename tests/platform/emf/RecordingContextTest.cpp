@@ -1,0 +1,464 @@
+#include "platform/emf/RecordingContext.h"
+
+#include "platform/emf/RecordReader.h"
+#include "platform/emf/RecordTrace.h"
+#include "platform/emf/RecordType.h"
+#include "platform/emf/TextMetrics.h"
+
+#include <QStringList>
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Emf::PointL;
+using Emf::RecordingContext;
+using Emf::RectL;
+
+namespace {
+
+const RectL frame { 0, 0, 10583, 10583 };
+
+RecordingContext newContext()
+{
+    return RecordingContext(Emf::ReferenceDevice::Screen(), frame, u"Pellimore"_s + QChar(0));
+}
+
+// The trace without the header line and the end record: the records the calls wrote.
+QStringList drawnRecords(Emf::Picture picture)
+{
+    QStringList lines = Emf::TraceRecords(picture);
+    if (!lines.isEmpty())
+        lines.removeFirst();
+    if (!lines.isEmpty() && lines.last() == u"EOF"_s)
+        lines.removeLast();
+    return lines;
+}
+
+Emf::ExtendedPen solidPen(std::uint32_t width, Emf::Colour colour)
+{
+    return { Emf::PenStyle::Geometric | Emf::PenStyle::JoinMiter | Emf::PenStyle::EndCapFlat, width,
+        Emf::BrushStyle::Solid, colour, 0 };
+}
+
+TEST(RecordingContextTest, HeaderCarriesFrameDescriptionDeviceAndCounts)
+{
+    RecordingContext context = newContext();
+    context.rectangle({ 10, 20, 30, 40 });
+    const Emf::ObjectHandle pen = context.createPen(solidPen(1, 0));
+    context.createBrush({ 0, 0xFF, 0 });
+    context.selectObject(pen);
+    const Emf::Picture picture = context.finish();
+
+    ASSERT_TRUE(picture.isValid());
+    EXPECT_EQ(picture.errorText(), QString());
+    const Emf::PictureHeader& header = picture.header();
+    EXPECT_EQ(header.frame, frame);
+    EXPECT_EQ(header.description, u"Pellimore"_s + QChar(0));
+    EXPECT_EQ(header.devicePixels, (Emf::SizeL { 1920, 1440 }));
+    EXPECT_EQ(header.deviceMillimetres, (Emf::SizeL { 508, 381 }));
+    EXPECT_EQ(header.byteCount, std::uint32_t(picture.bytes().size()));
+    // Header, rectangle, two creations, one selection, end.
+    EXPECT_EQ(header.recordCount, 6u);
+    EXPECT_EQ(picture.records().size(), 5u);
+    // Two slots used: the table has them and the unused slot 0.
+    EXPECT_EQ(header.handleCount, 3);
+    EXPECT_EQ(header.version, 0x10000u);
+}
+
+TEST(RecordingContextTest, EmptyPictureHasTheEmptyBoundsAndEndsWithTheEndRecord)
+{
+    const Emf::Picture picture = newContext().finish();
+    EXPECT_EQ(picture.header().bounds, (RectL { 0, 0, -1, -1 }));
+    ASSERT_EQ(picture.records().size(), 1u);
+    EXPECT_EQ(picture.records()[0].type, std::uint32_t(Emf::RecordType::EndOfFile));
+    EXPECT_EQ(picture.records()[0].size, 20);
+}
+
+TEST(RecordingContextTest, CallsAfterFinishingAreIgnored)
+{
+    RecordingContext context = newContext();
+    const Emf::Picture first = context.finish();
+    context.rectangle({ 0, 0, 5, 5 });
+    EXPECT_EQ(context.createPen(solidPen(2, 0)), 0u);
+    EXPECT_FALSE(context.isRecording());
+    EXPECT_FALSE(context.finish().isValid());
+    EXPECT_TRUE(first.isValid());
+}
+
+struct RecordRow
+{
+    const char* name;
+    std::function<void(RecordingContext&)> draw;
+    QStringList expected;
+};
+
+class RecordsWritten : public testing::TestWithParam<RecordRow>
+{
+};
+
+TEST_P(RecordsWritten, ReadBackAsWritten)
+{
+    RecordingContext context = newContext();
+    GetParam().draw(context);
+    EXPECT_EQ(drawnRecords(context.finish()), GetParam().expected);
+}
+
+const RecordRow recordRows[] = {
+    { "moveAndLine",
+        [](RecordingContext& c) {
+            c.moveTo({ 1, 2 });
+            c.lineTo({ 30, 40 });
+        },
+        { u"MOVETOEX 1,2"_s, u"LINETO 30,40"_s } },
+    { "polygon",
+        [](RecordingContext& c) {
+            const PointL points[] = { { 10, 10 }, { 10, 30 }, { 50, 30 }, { 50, 10 } };
+            c.polygon(points);
+        },
+        { u"POLYGON 10,10 10,30 50,30 50,10"_s } },
+    { "bezier",
+        [](RecordingContext& c) {
+            const PointL points[] = { { 1, 1 }, { 2, 2 }, { 3, 3 } };
+            c.polyBezierTo(points);
+        },
+        { u"POLYBEZIERTO 1,1 2,2 3,3"_s } },
+    { "bezierWithIncompleteSegmentIsRefused",
+        [](RecordingContext& c) {
+            const PointL points[] = { { 1, 1 }, { 2, 2 } };
+            c.polyBezierTo(points);
+        },
+        {} },
+    { "ellipseAndPie",
+        [](RecordingContext& c) {
+            c.ellipse({ 0, 0, 20, 10 });
+            c.pie({ 0, 0, 20, 20 }, { 20, 10 }, { 10, 0 });
+        },
+        { u"ELLIPSE 0 0 20 10"_s, u"PIE 0 0 20 20 start 20,10 end 10,0"_s } },
+    { "pixel",
+        [](RecordingContext& c) {
+            c.setPixel({ 5, 6 }, 0x0000FF);
+        },
+        { u"SETPIXELV 5,6 colour 0x0000FF"_s } },
+    { "stateSettings",
+        [](RecordingContext& c) {
+            c.setMapMode(Emf::MapMode::Text);
+            c.setMiterLimit(2);
+            c.setTextAlign(Emf::TextAlign::Baseline);
+            c.setTextColour(0x123456);
+            c.setBackgroundMode(Emf::BackgroundMode::Transparent);
+        },
+        { u"SETMAPMODE 1"_s, u"SETMITERLIMIT 2"_s, u"SETTEXTALIGN 24"_s, u"SETTEXTCOLOR 0x123456"_s,
+            u"SETBKMODE 1"_s } },
+    { "pathBracket",
+        [](RecordingContext& c) {
+            c.beginPath();
+            c.moveTo({ 0, 0 });
+            c.lineTo({ 5, 0 });
+            c.closeFigure();
+            c.endPath();
+            c.strokeAndFillPath();
+            c.beginPath();
+            c.endPath();
+            c.selectClipPath(Emf::RegionMode::Copy);
+        },
+        { u"BEGINPATH"_s, u"MOVETOEX 0,0"_s, u"LINETO 5,0"_s, u"CLOSEFIGURE"_s, u"ENDPATH"_s,
+            u"STROKEANDFILLPATH"_s, u"BEGINPATH"_s, u"ENDPATH"_s, u"SELECTCLIPPATH 5"_s } },
+    { "clipRectangleAndNoClip",
+        [](RecordingContext& c) {
+            c.selectClipRectangle({ 50, 60, 10, 20 });
+            c.removeClipping();
+        },
+        { u"EXTSELECTCLIPRGN 5 10 20 50 60"_s, u"EXTSELECTCLIPRGN 5 none"_s } },
+    { "objects",
+        [](RecordingContext& c) {
+            const Emf::ObjectHandle pen = c.createPen(solidPen(3, 0x0000FF));
+            c.createBrush({ Emf::BrushStyle::Hatched, 0x00FF00, Emf::Hatch::Cross });
+            Emf::LogFont font;
+            font.height = -16;
+            font.escapement = 900;
+            font.orientation = 900;
+            font.weight = 700;
+            font.italic = true;
+            font.faceName = u"Arial"_s;
+            c.createFont(font);
+            c.selectObject(pen);
+            c.selectObject(Emf::Stock::NullPen);
+            c.deleteObject(pen);
+        },
+        { u"EXTCREATEPEN 1 style 0x12200 width 3 brush 0 colour 0x0000FF"_s,
+            u"CREATEBRUSHINDIRECT 2 style 2 colour 0x00FF00 hatch 4"_s,
+            u"EXTCREATEFONTINDIRECTW 3 height -16 escapement 900 orientation 900 weight 700 "
+            "italic 1 underline 0 charset 1 face Arial"_s,
+            u"SELECTOBJECT 1"_s, u"SELECTOBJECT NULL_PEN"_s, u"DELETEOBJECT 1"_s } },
+    { "saveAndRestoreByLevel",
+        [](RecordingContext& c) {
+            const int first = c.saveState();
+            c.saveState();
+            c.restoreState(first);
+        },
+        { u"SAVEDC"_s, u"SAVEDC"_s, u"RESTOREDC -2"_s } },
+    { "restoreOfUnsavedLevelIsRefused",
+        [](RecordingContext& c) {
+            c.saveState();
+            c.restoreState(2);
+            c.restoreState(-2);
+            c.restoreState(0);
+        },
+        { u"SAVEDC"_s } },
+    { "text",
+        [](RecordingContext& c) {
+            c.textOut({ 10, 20 }, u"Total"_s);
+        },
+        { u"EXTTEXTOUTW 10,20 \"Total\""_s } },
+};
+
+INSTANTIATE_TEST_SUITE_P(RecordingContextTest, RecordsWritten, testing::ValuesIn(recordRows),
+    [](const testing::TestParamInfo<RecordRow>& info) { return std::string(info.param.name); });
+
+TEST(RecordingContextTest, FreedSlotIsTakenByTheNextObject)
+{
+    RecordingContext context = newContext();
+    const Emf::ObjectHandle first = context.createPen(solidPen(2, 0));
+    const Emf::ObjectHandle second = context.createBrush({ 0, 0x808080, 0 });
+    context.deleteObject(first);
+    const Emf::ObjectHandle third = context.createBrush({ 0, 0x404040, 0 });
+    EXPECT_EQ(first, 1u);
+    EXPECT_EQ(second, 2u);
+    EXPECT_EQ(third, 1u);
+    EXPECT_EQ(context.createdObjectCount(), 2);
+}
+
+TEST(RecordingContextTest, SelectingGivesTheObjectOfTheSameKindItReplaced)
+{
+    RecordingContext context = newContext();
+    const Emf::ObjectHandle pen = context.createPen(solidPen(2, 0));
+    const Emf::ObjectHandle brush = context.createBrush({ 0, 0x808080, 0 });
+    EXPECT_EQ(context.selectObject(pen), Emf::Stock::BlackPen);
+    EXPECT_EQ(context.selectObject(brush), Emf::Stock::WhiteBrush);
+    EXPECT_EQ(context.selectObject(Emf::Stock::NullPen), pen);
+    EXPECT_EQ(context.selectObject(Emf::Stock::SystemFont), Emf::Stock::SystemFont);
+    EXPECT_EQ(context.selectedBrush(), brush);
+    EXPECT_EQ(context.selectObject(77), 0u);
+}
+
+TEST(RecordingContextTest, SelectedObjectCannotBeDeleted)
+{
+    RecordingContext context = newContext();
+    const Emf::ObjectHandle pen = context.createPen(solidPen(2, 0));
+    context.selectObject(pen);
+    EXPECT_FALSE(context.deleteObject(pen));
+    EXPECT_FALSE(context.deleteObject(Emf::Stock::BlackPen));
+    context.selectObject(Emf::Stock::BlackPen);
+    EXPECT_TRUE(context.deleteObject(pen));
+    EXPECT_FALSE(context.deleteObject(pen));
+}
+
+TEST(RecordingContextTest, RestoringStateSelectsTheSavedObjectsAgain)
+{
+    RecordingContext context = newContext();
+    const Emf::ObjectHandle pen = context.createPen(solidPen(2, 0));
+    const int level = context.saveState();
+    context.selectObject(pen);
+    context.moveTo({ 7, 8 });
+    ASSERT_TRUE(context.restoreState(level));
+    EXPECT_EQ(context.selectedPen(), Emf::Stock::BlackPen);
+    EXPECT_EQ(context.currentPosition(), (PointL { 0, 0 }));
+    EXPECT_TRUE(context.deleteObject(pen));
+}
+
+using PathPoint = RecordingContext::PathPoint;
+
+TEST(RecordingContextTest, PathCanBeReadWhileOpenAndAfterItIsEnded)
+{
+    RecordingContext context = newContext();
+    context.moveTo({ 100, 100 });
+    context.beginPath();
+    context.lineTo({ 110, 100 });
+    const PointL curve[] = { { 120, 100 }, { 120, 110 }, { 110, 110 } };
+    context.polyBezierTo(curve);
+    context.closeFigure();
+    const std::vector<PathPoint> expected { { { 100, 100 }, Emf::PathPointType::MoveTo },
+        { { 110, 100 }, Emf::PathPointType::LineTo },
+        { { 120, 100 }, Emf::PathPointType::BezierTo },
+        { { 120, 110 }, Emf::PathPointType::BezierTo },
+        { { 110, 110 }, Emf::PathPointType::BezierTo | Emf::PathPointType::CloseFigure } };
+    EXPECT_TRUE(context.isPathOpen());
+    EXPECT_EQ(context.path(), expected);
+    context.endPath();
+    EXPECT_EQ(context.path(), expected);
+    context.strokePath();
+    EXPECT_TRUE(context.path().empty());
+}
+
+TEST(RecordingContextTest, ShapesInsideAPathBecomeClosedFigures)
+{
+    RecordingContext context = newContext();
+    context.beginPath();
+    const PointL triangle[] = { { 0, 0 }, { 10, 0 }, { 0, 10 } };
+    context.polygon(triangle);
+    context.rectangle({ 20, 20, 30, 25 });
+    context.ellipse({ 0, 0, 20, 10 });
+    const std::vector<PathPoint>& path = context.path();
+    ASSERT_EQ(path.size(), 3u + 4u + 13u);
+    EXPECT_EQ(path[2], (PathPoint { { 0, 10 }, 0x03 }));
+    EXPECT_EQ(path[3], (PathPoint { { 20, 20 }, Emf::PathPointType::MoveTo }));
+    EXPECT_EQ(path[6], (PathPoint { { 30, 20 }, 0x03 }));
+    // The ellipse starts and ends at three o'clock and passes through twelve o'clock.
+    EXPECT_EQ(path[7], (PathPoint { { 20, 5 }, Emf::PathPointType::MoveTo }));
+    EXPECT_EQ(path[10].point, (PointL { 10, 0 }));
+    EXPECT_EQ(path[19], (PathPoint { { 20, 5 }, 0x05 }));
+}
+
+struct BoundsRow
+{
+    const char* name;
+    std::uint32_t penWidth; // 0: the null pen
+    std::function<void(RecordingContext&)> draw;
+    RectL expected;
+};
+
+class BoundsOfDrawing : public testing::TestWithParam<BoundsRow>
+{
+};
+
+TEST_P(BoundsOfDrawing, CoverWhatWasDrawnAndHalfThePen)
+{
+    RecordingContext context = newContext();
+    if (GetParam().penWidth == 0)
+        context.selectObject(Emf::Stock::NullPen);
+    else
+        context.selectObject(context.createPen(solidPen(GetParam().penWidth, 0)));
+    GetParam().draw(context);
+    EXPECT_EQ(context.finish().header().bounds, GetParam().expected);
+}
+
+const BoundsRow boundsRows[] = {
+    { "rectangleWithoutPen", 0,
+        [](RecordingContext& c) {
+            c.rectangle({ 10, 20, 50, 60 });
+        },
+        { 10, 20, 50, 60 } },
+    { "rectangleWithWidePen", 6,
+        [](RecordingContext& c) {
+            c.rectangle({ 10, 20, 50, 60 });
+        },
+        { 7, 17, 53, 63 } },
+    { "twoShapes", 1,
+        [](RecordingContext& c) {
+            c.ellipse({ 10, 10, 20, 20 });
+            c.moveTo({ 100, 5 });
+            c.lineTo({ 90, 40 });
+        },
+        { 10, 5, 100, 40 } },
+    { "pixelIgnoresPen", 10,
+        [](RecordingContext& c) {
+            c.setPixel({ 3, 4 }, 0);
+        },
+        { 3, 4, 3, 4 } },
+    { "filledPath", 0,
+        [](RecordingContext& c) {
+            c.beginPath();
+            c.moveTo({ 5, 5 });
+            c.lineTo({ 25, 15 });
+            c.endPath();
+            c.fillPath();
+        },
+        { 5, 5, 25, 15 } },
+    { "clipPathDrawsNothing", 4,
+        [](RecordingContext& c) {
+            c.beginPath();
+            c.rectangle({ 0, 0, 100, 100 });
+            c.endPath();
+            c.selectClipPath(Emf::RegionMode::Copy);
+            c.setPixel({ 50, 50 }, 0);
+        },
+        { 50, 50, 50, 50 } },
+};
+
+INSTANTIATE_TEST_SUITE_P(RecordingContextTest, BoundsOfDrawing, testing::ValuesIn(boundsRows),
+    [](const testing::TestParamInfo<BoundsRow>& info) { return std::string(info.param.name); });
+
+TEST(RecordingContextTest, TextRecordCarriesAdvancesThatAddUpToTheExtent)
+{
+    RecordingContext context = newContext();
+    Emf::LogFont font;
+    font.height = -16;
+    font.faceName = u"Arial"_s;
+    context.selectObject(context.createFont(font));
+    const QString text = u"Population 1991"_s;
+    const Emf::SizeL extent = context.textExtent(text);
+    context.textOut({ 40, 50 }, text);
+    const Emf::Picture picture = context.finish();
+
+    const Emf::RecordSpan& record = picture.records()[2];
+    ASSERT_EQ(record.type, std::uint32_t(Emf::RecordType::ExtTextOutW));
+    Emf::RecordReader reader(picture.recordBytes(record));
+    const std::uint32_t count = reader.u32(44);
+    const std::uint32_t options = reader.u32(52);
+    const std::uint32_t advancesOffset = reader.u32(72);
+    ASSERT_EQ(count, std::uint32_t(text.size()));
+    EXPECT_EQ(options & Emf::TextOption::NoRectangle, 0u);
+    const auto advances = reader.u32s(advancesOffset, count);
+    ASSERT_TRUE(advances.has_value());
+    std::int64_t sum = 0;
+    for (std::uint32_t advance : *advances)
+        sum += advance;
+    EXPECT_EQ(sum, extent.cx);
+    // The record's bounds: the text's box at the top-left alignment.
+    EXPECT_EQ(reader.rect(8), (RectL { 40, 50, 40 + extent.cx, 50 + extent.cy }));
+    EXPECT_EQ(picture.header().bounds, (RectL { 40, 50, 40 + extent.cx, 50 + extent.cy }));
+}
+
+TEST(RecordingContextTest, TurnedTextHasTurnedBounds)
+{
+    RecordingContext context = newContext();
+    Emf::LogFont font;
+    font.height = -16;
+    font.escapement = 900;
+    font.faceName = u"Arial"_s;
+    context.selectObject(context.createFont(font));
+    const Emf::SizeL extent = context.textExtent(u"Up"_s);
+    context.textOut({ 100, 100 }, u"Up"_s);
+    // Running upward from the reference point, the cell to its right.
+    EXPECT_EQ(
+        context.finish().header().bounds, (RectL { 100, 100 - extent.cx, 100 + extent.cy, 100 }));
+}
+
+TEST(RecordingContextTest, ExtentUsesTheSelectedFont)
+{
+    RecordingContext context = newContext();
+    Emf::LogFont small;
+    small.height = -10;
+    small.faceName = u"Arial"_s;
+    Emf::LogFont large = small;
+    large.height = -40;
+    context.selectObject(context.createFont(small));
+    EXPECT_EQ(context.textExtent(u"Mass"_s), Emf::MeasureText(small, u"Mass"));
+    context.selectObject(context.createFont(large));
+    EXPECT_EQ(context.textExtent(u"Mass"_s), Emf::MeasureText(large, u"Mass"));
+    EXPECT_GT(context.textExtent(u"Mass"_s).cx, 3 * Emf::MeasureText(small, u"Mass").cx);
+}
+
+TEST(RecordingContextTest, CopiedRecordMustDeclareItsOwnSize)
+{
+    RecordingContext context = newContext();
+    QByteArray record(12, '\0');
+    record[0] = char(Emf::RecordType::SaveDC);
+    record[4] = 12;
+    EXPECT_TRUE(context.appendRecord(record));
+    record[4] = 16;
+    EXPECT_FALSE(context.appendRecord(record));
+    EXPECT_FALSE(context.appendRecord(record.first(6)));
+    EXPECT_EQ(drawnRecords(context.finish()), (QStringList { u"SAVEDC"_s }));
+}
+
+TEST(RecordingContextTest, WorldTransformMovesTheBounds)
+{
+    RecordingContext context = newContext();
+    context.selectObject(Emf::Stock::NullPen);
+    context.setWorldTransform({ 2, 0, 0, 2, 100, 50 });
+    context.rectangle({ 0, 0, 10, 20 });
+    EXPECT_EQ(context.finish().header().bounds, (RectL { 100, 50, 120, 90 }));
+}
+
+} // namespace
