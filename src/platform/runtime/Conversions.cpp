@@ -354,13 +354,15 @@ QString nonFiniteText(double value)
     return value < 0 ? u"-Infinity"_s : u"Infinity"_s;
 }
 
+// Rounds on the 15-digit decimal text, so "1.00005" becomes 1.0000 (an exact half, to even)
+// although its binary value lies a little above the half.
 double checkedCurrency(double value)
 {
     if (!std::isfinite(value) || std::fabs(value) > LargestCurrency)
         throw Error(Error::Overflow);
-    const double rounded = roundHalfEven(value * 10000.0) / 10000.0;
-    // Beyond 2^52 ten-thousandths the scaled value has no fraction left to round.
-    return std::fabs(value) < 4.5e11 ? rounded : value;
+    return DecimalDigits::fromDouble(value)
+        .roundedToFraction(4, DecimalDigits::Halves::ToEven)
+        .toDouble();
 }
 
 } // namespace

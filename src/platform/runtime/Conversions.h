@@ -56,7 +56,8 @@ int CInt(const Variant& value);
 int CLng(double value);
 int CLng(const Variant& value);
 
-// A currency amount: the number rounded to four decimals (halves to even); texts may carry
+// A currency amount: the number rounded to four decimals (halves to even, on the number read
+// to 15 significant digits, so "1.00005" gives 1.0000); texts may carry
 // the locale's currency symbol and thousands separators ("£1,234.50"). Error 6 beyond
 // ±922337203685477.5807.
 double CCur(double value);

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace Runtime {
 
 DecimalDigits DecimalDigits::fromDouble(double value, int significantDigits)
@@ -29,7 +31,7 @@ DecimalDigits DecimalDigits::fromDouble(double value, int significantDigits)
     return result;
 }
 
-DecimalDigits DecimalDigits::roundedToFraction(int fractionDigits) const
+DecimalDigits DecimalDigits::roundedToFraction(int fractionDigits, Halves halves) const
 {
     const qsizetype keep = qsizetype(pointPosition) + fractionDigits;
     if (keep >= digits.size())
@@ -38,7 +40,13 @@ DecimalDigits DecimalDigits::roundedToFraction(int fractionDigits) const
     result.negative = negative;
     if (keep < 0)
         return result;
-    const bool roundUp = digits.at(keep) >= QLatin1Char('5');
+    bool roundUp = digits.at(keep) >= QLatin1Char('5');
+    // Digits carry no trailing zeros, so a lone 5 at the end is an exact half.
+    if (halves == Halves::ToEven && digits.at(keep) == QLatin1Char('5')
+        && keep + 1 == digits.size()) {
+        const int previous = keep > 0 ? digits.at(keep - 1).unicode() - u'0' : 0;
+        roundUp = previous % 2 == 1;
+    }
     QString kept = digits.left(keep);
     int point = pointPosition;
     if (roundUp) {
@@ -85,6 +93,15 @@ QString DecimalDigits::fractionDigits(int count) const
             result.append(QLatin1Char('0'));
     }
     return result;
+}
+
+double DecimalDigits::toDouble() const
+{
+    if (digits.isEmpty())
+        return 0.0;
+    const QString text = u"0."_s + digits + u'e' + QString::number(pointPosition);
+    const double magnitude = text.toDouble();
+    return negative ? -magnitude : magnitude;
 }
 
 } // namespace Runtime

@@ -20,8 +20,13 @@ struct DecimalDigits
     // decimals: the text is rounded, not the binary value below it.
     static DecimalDigits fromDouble(double value, int significantDigits = 15);
 
-    // Rounded to `fractionDigits` places after the point, halves away from zero.
-    DecimalDigits roundedToFraction(int fractionDigits) const;
+    enum class Halves { AwayFromZero, ToEven };
+
+    // Rounded to `fractionDigits` places after the point.
+    DecimalDigits roundedToFraction(int fractionDigits, Halves halves = Halves::AwayFromZero) const;
+
+    // The double nearest to the digits.
+    double toDouble() const;
 
     // The digits before the point ("0" padded as needed; empty for a value below 1) and the
     // first `count` digits after it (padded with zeros).

@@ -5,13 +5,26 @@
 #include "platform/runtime/QStringPrinter.h"
 
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace Runtime;
 
 namespace {
+
+// Failure messages name the row instead of dumping its bytes.
+template <typename Row>
+requires requires(const Row& row)
+{
+    row.name;
+}
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
 
 struct TextToNumber
 {
@@ -20,7 +33,7 @@ struct TextToNumber
     double expected;
 };
 
-std::string rowName(const testing::TestParamInfo<TextToNumber>& info)
+template <typename Row> std::string rowName(const testing::TestParamInfo<Row>& info)
 {
     return info.param.name;
 }
@@ -78,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, ValReading,
         TextToNumber { "longDigitRun", u"123456789012345678901234567890"_s, 1.2345678901234568e29 },
         TextToNumber {
             "largestDouble", u"1.7976931348623157e308"_s, std::numeric_limits<double>::max() }),
-    rowName);
+    rowName<TextToNumber>);
 
 TEST(ValErrors, OverflowsRaiseErrorSix)
 {
@@ -124,11 +137,6 @@ struct NumberToText
     QString expected;
 };
 
-std::string numberRowName(const testing::TestParamInfo<NumberToText>& info)
-{
-    return info.param.name;
-}
-
 class StrText : public testing::TestWithParam<NumberToText>
 {
 };
@@ -161,12 +169,317 @@ INSTANTIATE_TEST_SUITE_P(Rows, StrText,
         NumberToText { "sixteenDigitsRounded", 1234567890123456.0, u" 1.23456789012346E+15"_s },
         NumberToText { "largeNegative", -1e300, u"-1E+300"_s },
         NumberToText { "smallestNormal", 2.2250738585072014e-308, u" 2.2250738585072E-308"_s }),
-    numberRowName);
+    rowName<NumberToText>);
 
 TEST(StrText, IgnoresTheLocale)
 {
     ScopedHostLocale german(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_EQ(Str(1234.5), u" 1234.5"_s);
 }
+
+struct NumericTextRow
+{
+    const char* name;
+    QString text;
+    std::optional<double> value; // nothing: not numeric
+};
+
+class LocaleNumberReading : public testing::TestWithParam<NumericTextRow>
+{
+};
+
+TEST_P(LocaleNumberReading, IsNumericAndCDblAgree)
+{
+    const NumericTextRow& row = GetParam();
+    EXPECT_EQ(IsNumeric(row.text), row.value.has_value()) << row.text.toStdString();
+    if (row.value) {
+        EXPECT_DOUBLE_EQ(CDbl(row.text), *row.value) << row.text.toStdString();
+    } else {
+        try {
+            CDbl(row.text);
+            ADD_FAILURE() << "no error for " << row.text.toStdString();
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number(), Error::TypeMismatch);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, LocaleNumberReading,
+    testing::Values(NumericTextRow { "whole", u"42"_s, 42.0 },
+        NumericTextRow { "blanksAround", u"  42  "_s, 42.0 },
+        NumericTextRow { "decimal", u"-12.5"_s, -12.5 },
+        NumericTextRow { "pointFirst", u".5"_s, 0.5 }, NumericTextRow { "pointLast", u"5."_s, 5.0 },
+        NumericTextRow { "thousands", u"1,234,567.5"_s, 1234567.5 },
+        NumericTextRow { "looseThousands", u"1,2,3"_s, 123.0 },
+        NumericTextRow { "currencySymbol", u"£3.50"_s, 3.5 },
+        NumericTextRow { "minusBeforeSymbol", u"-£3"_s, -3.0 },
+        NumericTextRow { "symbolBeforeMinus", u"£-3"_s, -3.0 },
+        NumericTextRow { "symbolAfter", u"3£"_s, 3.0 },
+        NumericTextRow { "trailingMinus", u"5-"_s, -5.0 },
+        NumericTextRow { "bracketsAreNegative", u"(5)"_s, -5.0 },
+        NumericTextRow { "exponent", u"1.5E3"_s, 1500.0 },
+        NumericTextRow { "exponentWithD", u"2d-2"_s, 0.02 },
+        NumericTextRow { "hex", u"&HFF"_s, 255.0 },
+        NumericTextRow { "hexSixteenBit", u"&HFFFF"_s, -1.0 },
+        NumericTextRow { "octal", u"&O17"_s, 15.0 },
+        NumericTextRow { "empty", u""_s, std::nullopt },
+        NumericTextRow { "blank", u"   "_s, std::nullopt },
+        NumericTextRow { "word", u"abc"_s, std::nullopt },
+        NumericTextRow { "numberThenWord", u"12 apples"_s, std::nullopt },
+        NumericTextRow { "blankInside", u"1 000"_s, std::nullopt },
+        NumericTextRow { "twoPoints", u"1.2.3"_s, std::nullopt },
+        NumericTextRow { "exponentWithoutDigits", u"1e"_s, std::nullopt },
+        NumericTextRow { "loneSign", u"-"_s, std::nullopt },
+        NumericTextRow { "lonePoint", u"."_s, std::nullopt },
+        NumericTextRow { "twoSigns", u"-5-"_s, std::nullopt },
+        NumericTextRow { "unclosedBracket", u"(5"_s, std::nullopt },
+        NumericTextRow { "bracketAndMinus", u"(-5)"_s, std::nullopt },
+        NumericTextRow { "leadingComma", u",5"_s, std::nullopt },
+        NumericTextRow { "foreignSymbol", u"$5"_s, std::nullopt },
+        NumericTextRow { "hexWithJunk", u"&HFG"_s, std::nullopt },
+        NumericTextRow { "dateIsNotNumeric", u"29/02/2024"_s, std::nullopt }),
+    rowName<NumericTextRow>);
+
+TEST(LocaleNumberErrors, TooLargeIsOverflowNotMismatch)
+{
+    EXPECT_FALSE(IsNumeric(u"1e400"_s));
+    try {
+        CDbl(u"1e400"_s);
+        ADD_FAILURE() << "no error";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), Error::Overflow);
+    }
+}
+
+struct ValueRow
+{
+    const char* name;
+    Variant value;
+    bool numeric;
+};
+
+class NumericValues : public testing::TestWithParam<ValueRow>
+{
+};
+
+TEST_P(NumericValues, FollowTheKindOfValue)
+{
+    EXPECT_EQ(IsNumeric(GetParam().value), GetParam().numeric);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, NumericValues,
+    testing::Values(ValueRow { "empty", Variant(), true }, ValueRow { "onOff", true, true },
+        ValueRow { "whole", 5, true }, ValueRow { "real", 2.5, true },
+        ValueRow { "currency", Variant::currency(1.25), true },
+        ValueRow { "date", Variant::date(45351), false },
+        ValueRow { "null", Variant::null(), false },
+        ValueRow { "numericText", Variant(u" 3 "_s), true },
+        ValueRow { "otherText", Variant(u"x"_s), false },
+        ValueRow { "binary", Variant(QByteArray("1")), false }),
+    rowName<ValueRow>);
+
+int errorNumberOf(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+TEST(ValueConversions, CDblOfEachKind)
+{
+    EXPECT_EQ(CDbl(Variant()), 0.0);
+    EXPECT_EQ(CDbl(Variant(true)), -1.0);
+    EXPECT_EQ(CDbl(Variant(7)), 7.0);
+    EXPECT_EQ(CDbl(Variant::date(-1.25)), -1.25);
+    EXPECT_EQ(CDbl(Variant(u"£1,000"_s)), 1000.0);
+    EXPECT_EQ(errorNumberOf([] { CDbl(Variant::null()); }), Error::InvalidUseOfNull);
+    EXPECT_EQ(errorNumberOf([] { CDbl(Variant(u"x"_s)); }), Error::TypeMismatch);
+    EXPECT_EQ(errorNumberOf([] { CDbl(Variant(QByteArray("1"))); }), Error::TypeMismatch);
+}
+
+struct RoundingRow
+{
+    const char* name;
+    double value;
+    int expected;
+};
+
+class HalvesToEven : public testing::TestWithParam<RoundingRow>
+{
+};
+
+TEST_P(HalvesToEven, InCIntAndCLng)
+{
+    EXPECT_EQ(CInt(GetParam().value), GetParam().expected);
+    EXPECT_EQ(CLng(GetParam().value), GetParam().expected);
+    EXPECT_EQ(Round(GetParam().value), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, HalvesToEven,
+    testing::Values(RoundingRow { "halfToZero", 0.5, 0 }, RoundingRow { "oneAndHalfToTwo", 1.5, 2 },
+        RoundingRow { "twoAndHalfToTwo", 2.5, 2 }, RoundingRow { "threeAndHalfToFour", 3.5, 4 },
+        RoundingRow { "minusHalfToZero", -0.5, 0 },
+        RoundingRow { "minusOneAndHalfToMinusTwo", -1.5, -2 },
+        RoundingRow { "minusTwoAndHalfToMinusTwo", -2.5, -2 },
+        RoundingRow { "justAboveHalfUp", 0.5000001, 1 },
+        RoundingRow { "justBelowHalfDown", 2.4999999, 2 },
+        RoundingRow { "negativeFractionDown", -2.6, -3 },
+        RoundingRow { "largestInteger", 32767.4, 32767 },
+        RoundingRow { "smallestInteger", -32768.5, -32768 }),
+    rowName<RoundingRow>);
+
+TEST(WholeNumberRanges, OverflowIsErrorSix)
+{
+    EXPECT_EQ(errorNumberOf([] { CInt(32767.5); }), Error::Overflow);
+    EXPECT_EQ(errorNumberOf([] { CInt(-32768.6); }), Error::Overflow);
+    EXPECT_EQ(errorNumberOf([] { CInt(std::nan("")); }), Error::Overflow);
+    EXPECT_EQ(CLng(32768.0), 32768);
+    EXPECT_EQ(CLng(2147483647.4), 2147483647);
+    EXPECT_EQ(CLng(-2147483648.5), -2147483647 - 1);
+    EXPECT_EQ(errorNumberOf([] { CLng(2147483647.5); }), Error::Overflow);
+    EXPECT_EQ(errorNumberOf([] { CLng(1e300); }), Error::Overflow);
+    EXPECT_EQ(CInt(Variant(u"2.5"_s)), 2);
+    EXPECT_EQ(CLng(Variant(true)), -1);
+    EXPECT_EQ(errorNumberOf([] { CInt(Variant(u"many"_s)); }), Error::TypeMismatch);
+}
+
+struct RealRow
+{
+    const char* name;
+    double value;
+    double expected;
+};
+
+class IntRows : public testing::TestWithParam<RealRow>
+{
+};
+
+TEST_P(IntRows, RoundsDown)
+{
+    EXPECT_EQ(Int(GetParam().value), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, IntRows,
+    testing::Values(RealRow { "positive", 2.7, 2.0 }, RealRow { "negative", -2.5, -3.0 },
+        RealRow { "negativeSmall", -0.1, -1.0 }, RealRow { "whole", -4.0, -4.0 }),
+    rowName<RealRow>);
+
+class FixRows : public testing::TestWithParam<RealRow>
+{
+};
+
+TEST_P(FixRows, DropsTheFraction)
+{
+    EXPECT_EQ(Fix(GetParam().value), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, FixRows,
+    testing::Values(RealRow { "positive", 2.7, 2.0 }, RealRow { "negative", -2.5, -2.0 },
+        RealRow { "negativeSmall", -0.1, 0.0 }, RealRow { "whole", -4.0, -4.0 }),
+    rowName<RealRow>);
+
+struct RoundDigitsRow
+{
+    const char* name;
+    double value;
+    int digits;
+    double expected;
+};
+
+class RoundRows : public testing::TestWithParam<RoundDigitsRow>
+{
+};
+
+TEST_P(RoundRows, HalvesGoToEven)
+{
+    EXPECT_DOUBLE_EQ(Round(GetParam().value, GetParam().digits), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RoundRows,
+    testing::Values(RoundDigitsRow { "eighthToTwoPlacesEven", 0.125, 2, 0.12 },
+        RoundDigitsRow { "threeEighthsToTwoPlacesEven", 0.375, 2, 0.38 },
+        RoundDigitsRow { "negativeEighth", -0.125, 2, -0.12 },
+        RoundDigitsRow { "onePlace", 3.14159, 1, 3.1 },
+        RoundDigitsRow { "fourPlaces", 2.71828182, 4, 2.7183 },
+        RoundDigitsRow { "hugeValueUnchanged", 1e300, 2, 1e300 },
+        RoundDigitsRow { "manyDigitsUnchanged", 0.1, 30, 0.1 }),
+    rowName<RoundDigitsRow>);
+
+TEST(RoundArguments, NegativeDigitsAreErrorFive)
+{
+    EXPECT_EQ(errorNumberOf([] { Round(1.5, -1); }), Error::InvalidCall);
+}
+
+class CurrencyRows : public testing::TestWithParam<TextToNumber>
+{
+};
+
+TEST_P(CurrencyRows, KeepFourDecimals)
+{
+    EXPECT_DOUBLE_EQ(CCur(GetParam().text), GetParam().expected) << GetParam().text.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, CurrencyRows,
+    testing::Values(TextToNumber { "poundsAndPence", u"£1,234.50"_s, 1234.5 },
+        TextToNumber { "negativePounds", u"-£3"_s, -3.0 },
+        TextToNumber { "plainNumber", u"2.5"_s, 2.5 },
+        TextToNumber { "fifthPlaceHalfToEvenDown", u"1.00005"_s, 1.0 },
+        TextToNumber { "fifthPlaceHalfToEvenUp", u"1.00015"_s, 1.0002 },
+        TextToNumber { "fifthPlaceAboveHalf", u"0.123456"_s, 0.1235 }),
+    rowName<TextToNumber>);
+
+TEST(CurrencyErrors, TextAndRangeErrors)
+{
+    EXPECT_EQ(errorNumberOf([] { CCur(u"cheap"_s); }), Error::TypeMismatch);
+    EXPECT_EQ(errorNumberOf([] { CCur(1e15); }), Error::Overflow);
+    EXPECT_EQ(errorNumberOf([] { CCur(Variant::null()); }), Error::InvalidUseOfNull);
+    EXPECT_DOUBLE_EQ(CCur(922337203685477.0), 922337203685477.0);
+    EXPECT_DOUBLE_EQ(CCur(Variant(u"£0.50"_s)), 0.5);
+}
+
+TEST(CurrencySymbolOfLocale, FollowsTheHostLocale)
+{
+    EXPECT_EQ(CurrencySymbol(), u"£"_s);
+    {
+        ScopedHostLocale american(QLocale(QLocale::English, QLocale::UnitedStates));
+        EXPECT_EQ(CurrencySymbol(), u"$"_s);
+        EXPECT_DOUBLE_EQ(CCur(u"$2.25"_s), 2.25);
+        EXPECT_FALSE(IsNumeric(u"£2"_s));
+    }
+    EXPECT_EQ(CurrencySymbol(), u"£"_s);
+}
+
+TEST(HostLocaleChoice, TheCLocaleCountsAsBritishEnglish)
+{
+    // Tests run under LC_ALL=C.UTF-8.
+    if (QLocale::system().language() != QLocale::C)
+        GTEST_SKIP() << "the system locale is not C";
+    EXPECT_EQ(HostLocale().language(), QLocale::English);
+    EXPECT_EQ(HostLocale().territory(), QLocale::UnitedKingdom);
+}
+
+class GeneralNumberText : public testing::TestWithParam<NumberToText>
+{
+};
+
+TEST_P(GeneralNumberText, IsStrWithoutBlankAndWithLeadingZero)
+{
+    EXPECT_EQ(GeneralNumber(GetParam().value), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, GeneralNumberText,
+    testing::Values(NumberToText { "zero", 0.0, u"0"_s }, NumberToText { "half", 0.5, u"0.5"_s },
+        NumberToText { "negativeHalf", -0.5, u"-0.5"_s },
+        NumberToText { "oneE15", 1e15, u"1E+15"_s },
+        NumberToText { "fifteenDigits", 123456789012345.0, u"123456789012345"_s },
+        NumberToText { "oneE05", 1e-05, u"1E-05"_s },
+        NumberToText { "tenThousandth", 0.0001, u"0.0001"_s },
+        NumberToText { "negativeTenThousandth", -0.0001, u"-0.0001"_s },
+        NumberToText {
+            "tooLargeForAnyNumber", std::numeric_limits<double>::infinity(), u"Infinity"_s }),
+    rowName<NumberToText>);
 
 } // namespace

@@ -13,6 +13,17 @@ using namespace Runtime;
 
 namespace {
 
+// Failure messages name the row instead of dumping its bytes.
+template <typename Row>
+requires requires(const Row& row)
+{
+    row.name;
+}
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
 template <typename Row> std::string rowName(const testing::TestParamInfo<Row>& info)
 {
     return info.param.name;
