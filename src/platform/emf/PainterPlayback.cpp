@@ -18,6 +18,7 @@ namespace Emf {
 namespace {
 
 constexpr std::uint32_t ArcClockwise = 2;
+constexpr std::uint32_t StretchModeHalftone = 4;
 constexpr std::uint32_t RopSourceCopy = 0x00CC0020;
 constexpr std::uint32_t RopSourceAnd = 0x008800C6;
 constexpr std::uint32_t RopPatternCopy = 0x00F00021;
@@ -115,8 +116,7 @@ PainterPlayback::PainterPlayback(const Picture& picture, QPainter& painter, cons
 void PainterPlayback::run()
 {
     m_painter.save();
-    m_painter.setRenderHints(
-        QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+    m_painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     for (const RecordSpan& record : m_picture.records()) {
         if (record.type == std::uint32_t(RecordType::EndOfFile))
             break;
@@ -201,14 +201,25 @@ void PainterPlayback::drawShape(const QPainterPath& shape, bool fill, bool strok
     QPainterPath filled = shape;
     filled.setFillRule(fillRule());
     const QBrush brush = fill ? currentBrush() : QBrush(Qt::NoBrush);
-    if (fill && brush.style() >= Qt::HorPattern && brush.style() <= Qt::DiagCrossPattern
-        && m_state.backgroundMode == BackgroundMode::Opaque) {
+    if (brush.style() != Qt::NoBrush) {
         m_painter.setPen(Qt::NoPen);
-        m_painter.setBrush(colourOf(m_state.backgroundColour));
+        if (brush.style() >= Qt::HorPattern && brush.style() <= Qt::DiagCrossPattern
+            && m_state.backgroundMode == BackgroundMode::Opaque) {
+            m_painter.setBrush(colourOf(m_state.backgroundColour));
+            m_painter.drawPath(filled);
+        }
+        m_painter.setBrush(brush);
         m_painter.drawPath(filled);
     }
-    m_painter.setPen(stroke ? currentPen() : QPen(Qt::NoPen));
-    m_painter.setBrush(brush);
+    const QPen pen = stroke ? currentPen() : QPen(Qt::NoPen);
+    if (pen.style() == Qt::NoPen)
+        return;
+    // Outlines run through the middle of the reference pixels, as the platform draws a line
+    // on the pixels at and below-right of its coordinates; fills keep the exact edges.
+    m_painter.setTransform(m_state.page.toDevice(m_picture.header())
+        * QTransform::fromTranslate(0.5, 0.5) * m_placement * m_base);
+    m_painter.setPen(pen);
+    m_painter.setBrush(Qt::NoBrush);
     m_painter.drawPath(filled);
 }
 
@@ -448,6 +459,7 @@ void PainterPlayback::polyline(
         return;
     QPainterPath shape;
     std::size_t first = 0;
+    const QPointF startPosition = m_state.position;
     if (fromCurrent) {
         shape.moveTo(m_state.position);
     } else {
@@ -469,7 +481,10 @@ void PainterPlayback::polyline(
 
     if (m_pathOpen) {
         if (fromCurrent) {
-            startFigureIfNeeded();
+            if (!m_figureOpen) {
+                m_path.moveTo(startPosition);
+                m_figureOpen = true;
+            }
             // Continue the open figure with everything after the starting point.
             for (int index = 1; index < shape.elementCount(); ++index) {
                 const QPainterPath::Element element = shape.elementAt(index);
@@ -834,6 +849,9 @@ void PainterPlayback::bitmap(std::uint32_t type, RecordReader& reader)
     if (IsBottomUp(info))
         source.moveTop(image.height() - source.top() - source.height());
     prepare();
+    // Pixels are repeated when stretched, as the platform does unless halftoning is asked.
+    m_painter.setRenderHint(
+        QPainter::SmoothPixmapTransform, m_state.stretchMode == StretchModeHalftone);
     if (rop == RopSourceAnd)
         m_painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     m_painter.drawImage(target.normalized(), image, source.normalized());
@@ -956,6 +974,9 @@ void PainterPlayback::play(std::uint32_t type, QByteArrayView record)
         break;
     case RecordType::SetArcDirection:
         m_state.arcDirection = reader.u32(8);
+        break;
+    case RecordType::SetStretchBltMode:
+        m_state.stretchMode = reader.u32(8);
         break;
     case RecordType::SetMiterLimit: {
         const std::uint32_t limit = reader.u32(8);

@@ -74,6 +74,7 @@ private:
         std::uint32_t backgroundMode = BackgroundMode::Opaque;
         std::uint32_t polyFillMode = PolyFillMode::Alternate;
         std::uint32_t arcDirection = 1;
+        std::uint32_t stretchMode = 1;
         double miterLimit = 10;
         std::optional<QPainterPath> clip; // in target units; none: the placed rectangle
     };

@@ -136,7 +136,7 @@ void Picture::read()
         m_errorText = u"The picture is damaged: it has no end record."_s;
     if (skipped > 0) {
         const QString skippedText
-            = u"The picture is damaged: %1 unreadable records were left out."_s.arg(skipped);
+            = u"The picture is damaged: unreadable records were left out (%1)."_s.arg(skipped);
         m_errorText = m_errorText.isEmpty() ? skippedText : m_errorText + u' ' + skippedText;
     }
 }

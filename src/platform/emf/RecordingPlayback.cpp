@@ -275,7 +275,7 @@ void RecordingPlayback::copy(std::uint32_t type, QByteArrayView source)
     RecordReader reader(source);
     switch (kind) {
     case RecordType::SaveDC:
-        m_recording.appendRecord(record);
+        m_recording.saveState();
         m_savedPages.push_back(m_page);
         break;
     case RecordType::RestoreDC: {
@@ -285,8 +285,7 @@ void RecordingPlayback::copy(std::uint32_t type, QByteArrayView source)
         // Only the picture's own saves may be restored.
         if (!reader.ok() || relative >= 0 || -relative > depth)
             break;
-        putI32(record, 8, static_cast<std::int32_t>(relative));
-        m_recording.appendRecord(record);
+        m_recording.restoreState(static_cast<int>(relative));
         const auto kept = static_cast<std::size_t>(depth + relative);
         m_page = m_savedPages[kept];
         m_savedPages.resize(kept);
