@@ -975,6 +975,9 @@ QString Format(const Variant& value, QStringView format)
     const std::optional<double> number = numberOf(value);
     if (!number)
         return unformatted(value);
+    // Results of a division by zero and the like have no digits to place.
+    if (!std::isfinite(*number))
+        return GeneralNumber(*number);
     if (named != Named::None)
         return formatNamedNumber(named, *number);
     return formatNumber(*number, format);

@@ -2,10 +2,12 @@
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Dates.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/HostLocale.h"
 #include "platform/runtime/QStringPrinter.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace Runtime;
@@ -117,7 +119,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, NumberPatterns,
             "dateValueAsNumber", Variant::date(LeapDayAfternoon), u"0.00"_s, u"45351.59"_s },
         FormatRow { "numericText", Variant(u"2.5"_s), u"0.00"_s, u"2.50"_s },
         FormatRow { "numericTextWithSymbol", Variant(u"£1,234"_s), u"0"_s, u"1234"_s },
-        FormatRow { "otherTextUnchanged", Variant(u"abc"_s), u"0.00"_s, u"abc"_s }),
+        FormatRow { "otherTextUnchanged", Variant(u"abc"_s), u"0.00"_s, u"abc"_s },
+        FormatRow { "infinityHasNoDigits", std::numeric_limits<double>::infinity(), u"0.00"_s,
+            u"Infinity"_s },
+        FormatRow { "notANumberHasNoDigits", std::numeric_limits<double>::quiet_NaN(),
+            u"Currency"_s, u"NaN"_s }),
     rowName);
 
 class NamedNumberFormats : public testing::TestWithParam<FormatRow>
@@ -351,6 +357,59 @@ TEST(RoundTrip, NamedDateFormsReadBackAsTheSameDate)
                 continue;
             ASSERT_TRUE(IsDate(text)) << text.toStdString();
             EXPECT_DOUBLE_EQ(CDate(text), expected) << text.toStdString();
+        }
+    }
+}
+
+} // namespace
+
+namespace {
+
+// Every combination of three pattern pieces formats every kind of awkward value without an
+// error: a pupil can type any format text into a field or a cell.
+TEST(OddPatterns, NeverRaiseAnError)
+{
+    const QString pieces[] = { u"0"_s, u"#"_s, u"."_s, u","_s, u"%"_s, u"E+"_s, u"e-"_s, u";"_s,
+        u"\""_s, u"\\"_s, u"d"_s, u"mmmm"_s, u"yy"_s, u"h"_s, u"n"_s, u"s"_s, u"AM/PM"_s, u"A/P"_s,
+        u"AMPM"_s, u"/"_s, u":"_s, u"c"_s, u"ttttt"_s, u"w"_s, u" "_s };
+    const Variant values[] = { 0.0, -0.5, 2.5, 1e15, -1e-05, 1e300, Variant::date(-657434),
+        Variant::date(2958465.5), Variant::date(-1.25), Variant::null(), true, Variant(u"abc"_s),
+        Variant(u"29/02/2024"_s) };
+    int formatted = 0;
+    for (const QString& first : pieces) {
+        for (const QString& second : pieces) {
+            for (const QString& third : pieces) {
+                const QString pattern = first + second + third;
+                for (const Variant& value : values) {
+                    EXPECT_NO_THROW(Format(value, pattern)) << pattern.toStdString();
+                    ++formatted;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(formatted, 25 * 25 * 25 * 13);
+}
+
+// IsDate and CDate must agree on every text: the sheet asks one and then calls the other.
+TEST(OddDateTexts, IsDateAgreesWithCDate)
+{
+    const QString pieces[] = { u"1"_s, u"29"_s, u"2024"_s, u"/"_s, u"-"_s, u"."_s, u":"_s, u" "_s,
+        u","_s, u"Feb"_s, u"pm"_s, u"Monday"_s, u"99"_s, u"0"_s, u"x"_s };
+    for (const QString& first : pieces) {
+        for (const QString& second : pieces) {
+            for (const QString& third : pieces) {
+                for (const QString& fourth : pieces) {
+                    const QString text = first + second + third + fourth;
+                    bool converted = true;
+                    try {
+                        CDate(text);
+                    } catch (const Error& error) {
+                        converted = false;
+                        EXPECT_EQ(error.number(), Error::TypeMismatch) << text.toStdString();
+                    }
+                    EXPECT_EQ(IsDate(text), converted) << text.toStdString();
+                }
+            }
         }
     }
 }
