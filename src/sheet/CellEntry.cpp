@@ -57,8 +57,7 @@ CellEntry classify(const QString& typed, const QString& numberFormat, const QStr
     const QString& text = entry.Text;
 
     const bool isDate = Runtime::IsDate(text);
-    const bool numberLike
-        = (leadingNumberIsNotZero(text) && !text.contains(u' ')) || isDate;
+    const bool numberLike = (leadingNumberIsNotZero(text) && !text.contains(u' ')) || isDate;
     const bool numeric = Runtime::IsNumeric(text);
     if (!numberLike && !numeric) {
         if (text.startsWith(u'='))

@@ -90,8 +90,8 @@ void RecalcDependents(Sheet& sheet, int row, int column)
         CellRecord& target = sheet.record(dependent);
         if (target.Kind != FormulaCell)
             continue;
-        const double value = EvaluateFormula(sheet, target.Formula, false, dependent.Row,
-            dependent.Column);
+        const double value
+            = EvaluateFormula(sheet, target.Formula, false, dependent.Row, dependent.Column);
         if (value == target.Value)
             continue;
         target.Value = value;

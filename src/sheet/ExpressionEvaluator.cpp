@@ -4,12 +4,11 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 
+#include <QStringList>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <numbers>
-
-#include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -218,8 +217,7 @@ class Parser
 public:
     explicit Parser(QStringView expression)
         : m_expression(expression.toString().toLower())
-    {
-    }
+    { }
 
     Evaluation run()
     {

@@ -131,8 +131,7 @@ CellRef precedent(quint8 kind, CellAddress cell)
 
 } // namespace
 
-double RangeValue(
-    const Sheet& sheet, RangeFunction function, CellAddress first, CellAddress second)
+double RangeValue(const Sheet& sheet, RangeFunction function, CellAddress first, CellAddress second)
 {
     double sum = 0.0;
     std::vector<double> counted;
@@ -157,8 +156,7 @@ double RangeValue(
     return sum;
 }
 
-double EvaluateFormula(
-    Sheet& sheet, const QString& formula, bool recordRefs, int row, int column)
+double EvaluateFormula(Sheet& sheet, const QString& formula, bool recordRefs, int row, int column)
 {
     QList<CellRef> precedents;
     QString text = formula;
@@ -180,8 +178,7 @@ double EvaluateFormula(
         const CellRef single = precedent(SingleCellPrecedent, match.Cell);
         if (recordRefs && !precedents.contains(single))
             precedents.append(single);
-        text.replace(
-            match.Start, match.Length, FormulaNumberText(sheet.record(match.Cell).Value));
+        text.replace(match.Start, match.Length, FormulaNumberText(sheet.record(match.Cell).Value));
         // The inserted number holds no reference; scanning goes on from where it starts.
         position = match.Start;
     }

@@ -30,8 +30,8 @@ enum RangeFunction {
 // - mode: the counted value that occurs most often; of several equally frequent ones the
 //   smallest (so a range of all different values gives its smallest); 0 when nothing counts.
 // A range given bottom-up or right-to-left holds no cells and gives 0.
-double RangeValue(const Sheet& sheet, RangeFunction function, CellAddress first,
-    CellAddress second);
+double RangeValue(
+    const Sheet& sheet, RangeFunction function, CellAddress first, CellAddress second);
 
 // The value of a formula ("=..." as typed) for the cell at (row, column). With recordRefs the
 // cell's Precedents are rebuilt from the formula, the formula is refused when it would lead
@@ -39,8 +39,7 @@ double RangeValue(const Sheet& sheet, RangeFunction function, CellAddress first,
 // A formula with text left over after a complete expression is worth 0 and records nothing.
 // Throws SheetError: NoSuchCell, UnclosedFunction, MissingReference, EvaluationFailed
 // ("Syntax Error", "Undefined Function"), CircularReference, or an arithmetic fault.
-double EvaluateFormula(Sheet& sheet, const QString& formula, bool recordRefs, int row,
-    int column);
+double EvaluateFormula(Sheet& sheet, const QString& formula, bool recordRefs, int row, int column);
 
 // The cells a Precedents list reads: each single cell, and every cell of each range's
 // rectangle, in list order. Elements naming no cell of the sheet, and an unpaired range

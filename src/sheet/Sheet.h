@@ -39,10 +39,7 @@ public:
     CellRecord& record(CellAddress cell) { return record(cell.Row, cell.Column); }
     const CellRecord& record(CellAddress cell) const { return record(cell.Row, cell.Column); }
     CellDisplay& display(int row, int column) { return m_displays[index(row, column)]; }
-    const CellDisplay& display(int row, int column) const
-    {
-        return m_displays[index(row, column)];
-    }
+    const CellDisplay& display(int row, int column) const { return m_displays[index(row, column)]; }
 
     // The highest row and column ever entered (at least 1); they only grow. Saving and
     // whole-sheet operations walk rows 1..UsedRows and columns 1..UsedColumns.

@@ -11,8 +11,7 @@ SheetError::SheetError(int number, const QString& description)
     : m_number(number)
     , m_description(description)
     , m_what(description.toStdString())
-{
-}
+{ }
 
 SheetError SheetError::user(Offset offset)
 {

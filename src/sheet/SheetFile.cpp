@@ -80,8 +80,7 @@ class RecordWriter
 public:
     explicit RecordWriter(QByteArray& bytes)
         : m_bytes(bytes)
-    {
-    }
+    { }
 
     template <typename T> void raw(T value)
     {
@@ -262,8 +261,7 @@ class RecordReader
 public:
     explicit RecordReader(QByteArrayView bytes)
         : m_bytes(bytes)
-    {
-    }
+    { }
 
     qsizetype position() const { return m_position; }
     qsizetype size() const { return m_bytes.size(); }
@@ -340,7 +338,8 @@ public:
     qint32 integer32()
     {
         const double found = number();
-        if (found < std::numeric_limits<qint32>::min() || found > std::numeric_limits<qint32>::max())
+        if (found < std::numeric_limits<qint32>::min()
+            || found > std::numeric_limits<qint32>::max())
             throw Damage { u"a number out of range"_s };
         return static_cast<qint32>(std::lround(found));
     }
@@ -431,8 +430,7 @@ public:
     SheetReader(QByteArrayView bytes, Sheet& sheet)
         : m_in(bytes)
         , m_sheet(sheet)
-    {
-    }
+    { }
 
     SheetReadResult run(const SheetProgress& progress)
     {
@@ -457,8 +455,7 @@ public:
         } catch (const Damage& damage) {
             result = { SheetReadResult::Damaged,
                 u"This file is damaged (%1) and could be read only up to byte %2 of %3."_s.arg(
-                    damage.reason, QString::number(m_recordStart),
-                    QString::number(m_in.size())) };
+                    damage.reason, QString::number(m_recordStart), QString::number(m_in.size())) };
         }
         m_sheet.showAllNumbers();
         return result;
@@ -668,8 +665,7 @@ QString SaveSheetFile(Sheet& sheet, const QString& path, const SheetProgress& pr
 {
     const QString error = Io::SafeFileWriter::writeFile(path, [&](QIODevice& device) {
         return WriteSheet(
-            sheet,
-            [&](const QByteArray& piece) { return device.write(piece) == piece.size(); },
+            sheet, [&](const QByteArray& piece) { return device.write(piece) == piece.size(); },
             progress);
     });
     if (!error.isEmpty())

@@ -53,7 +53,8 @@ QByteArray SheetFileBytes(const Sheet& sheet);
 // Loads the file into a new sheet. Only a complete load makes `path` the sheet's file name
 // and leaves it unchanged; a sheet kept from a damaged or refused file stays untitled, so
 // that saving it cannot overwrite the file it came from with a part of it.
-SheetReadResult LoadSheetFile(const QString& path, Sheet& sheet, const SheetProgress& progress = {});
+SheetReadResult LoadSheetFile(
+    const QString& path, Sheet& sheet, const SheetProgress& progress = {});
 
 // Saves through a temporary file that replaces `path` only when complete, so a failure keeps
 // the previous file. On success `path` becomes the sheet's file name and the sheet is
