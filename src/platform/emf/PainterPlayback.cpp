@@ -243,8 +243,11 @@ void PainterPlayback::startFigureIfNeeded()
 
 void PainterPlayback::storeObject(std::uint32_t handle, GraphicsObject object)
 {
-    if (handle == 0 || (handle & StockFlag) != 0 || handle >= m_objects.size())
+    if (handle == 0 || (handle & StockFlag) != 0 || handle >= MaximumObjects)
         return;
+    // Some programs write a handle count too small for the objects they make.
+    if (handle >= m_objects.size())
+        m_objects.resize(handle + 1);
     m_objects[handle] = std::move(object);
 }
 

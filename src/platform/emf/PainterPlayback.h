@@ -30,7 +30,7 @@ public:
     PainterPlayback(const Picture& picture, QPainter& painter, const QRectF& placed);
     void run();
 
-    // More slots than any sound picture uses; a header asking for more gets this many.
+    // More slots than any sound picture uses; objects beyond are not kept.
     static constexpr std::size_t MaximumObjects = 65536;
 
 private:

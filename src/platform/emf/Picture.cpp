@@ -18,10 +18,33 @@ namespace {
 constexpr qsizetype MinimumHeaderSize = 88;
 constexpr qsizetype RecordPrefixSize = 8;
 
+// libuemf checks every record type it can build; for the others (escapes, OpenGL records,
+// text records we never play, unused numbers) it would only print a warning.
 bool typeKnownToChecker(std::uint32_t type)
 {
-    return type >= static_cast<std::uint32_t>(RecordType::Header)
-        && type <= static_cast<std::uint32_t>(RecordType::CreateColorSpaceW);
+    switch (type) {
+    case 69:
+    case 96:
+    case 97:
+    case 102:
+    case 103:
+    case 105:
+    case 106:
+    case 107:
+    case 109:
+    case 110:
+    case 111:
+    case 112:
+    case 113:
+    case 117:
+    case 119:
+    case 120:
+    case 121:
+        return false;
+    default:
+        return type >= static_cast<std::uint32_t>(RecordType::Header)
+            && type <= static_cast<std::uint32_t>(RecordType::CreateColorSpaceW);
+    }
 }
 
 } // namespace

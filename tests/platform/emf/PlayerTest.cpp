@@ -257,6 +257,44 @@ const PlaybackRow playbackRows[] = {
                     floatBits(1), 0, 0, 0, 0, 0, 0, 0, 0 }));
         },
         { { 30, 30, blue }, { 70, 70, white } } },
+    { "roundedRectangleLeavesItsCorners",
+        [](RecordingContext& c) {
+            fillWith(c, Red);
+            c.appendRecord(rawRecord(RecordType::RoundRect, { 100, 100, 300, 200, 80, 80 }));
+        },
+        { { 200, 150, red }, { 102, 102, white }, { 200, 102, red }, { 102, 150, red } } },
+    { "chordIsClosedByItsChord",
+        [](RecordingContext& c) {
+            fillWith(c, Blue);
+            // From three o'clock to nine o'clock counterclockwise: the upper half disc.
+            c.appendRecord(
+                rawRecord(RecordType::Chord, { 100, 100, 300, 300, 300, 200, 100, 200 }));
+        },
+        { { 200, 150, blue }, { 200, 250, white } } },
+    { "arcIsOnlyAnOutline",
+        [](RecordingContext& c) {
+            c.selectObject(c.createPen(widePen(4, Blue)));
+            fillWith(c, Red);
+            c.selectObject(c.createPen(widePen(4, Blue)));
+            c.appendRecord(rawRecord(RecordType::Arc, { 100, 100, 300, 300, 300, 200, 100, 200 }));
+        },
+        { { 200, 100, blue }, { 200, 150, white }, { 200, 300, white } } },
+    { "clockwiseArcDirectionTakesTheOtherHalf",
+        [](RecordingContext& c) {
+            fillWith(c, Blue);
+            c.appendRecord(rawRecord(RecordType::SetArcDirection, { 2 }));
+            c.appendRecord(rawRecord(RecordType::Pie, { 100, 100, 300, 300, 300, 200, 100, 200 }));
+        },
+        { { 200, 250, blue }, { 200, 150, white } } },
+    { "objectBeyondTheHeadersHandleCount",
+        [](RecordingContext& c) {
+            // Written without taking a slot, so the header counts no objects at all.
+            c.appendRecord(rawRecord(RecordType::CreateBrushIndirect, { 5, 0, Red, 0 }));
+            c.appendRecord(rawRecord(RecordType::SelectObject, { 5 }));
+            c.selectObject(Emf::Stock::NullPen);
+            c.rectangle({ 10, 10, 50, 50 });
+        },
+        { { 30, 30, red } } },
 };
 
 INSTANTIATE_TEST_SUITE_P(PlayerTest, PlayedPixels, testing::ValuesIn(playbackRows),
