@@ -78,11 +78,9 @@ public:
     sqlite3* handle() const { return m_database; }
 
 private:
-    friend class Statement;
-
     Connection() = default;
     void configure(const Options& options);
-    void returnToCache(sqlite3_stmt* statement) const;
+    void run(const QString& sql) const; // a cached statement without rows
 
     QString m_path;
     QString m_canonicalPath;
@@ -96,7 +94,8 @@ private:
         sqlite3_stmt* statement = nullptr;
         bool inUse = false;
     };
-    mutable QHash<QString, CachedStatement> m_cache;
+    // Held by pointer: a statement in use points at its entry's mark.
+    mutable QHash<QString, std::shared_ptr<CachedStatement>> m_cache;
 };
 
 } // namespace Dao

@@ -96,6 +96,14 @@ void DBEngine::CompactDatabase(
     }
 }
 
-void DBEngine::Idle(int) { }
+void DBEngine::Idle(int action)
+{
+    if (!(action & RefreshCache))
+        return;
+    for (const auto& workspace : m_workspaces.items()) {
+        for (const auto& database : workspace->Databases())
+            database->refresh();
+    }
+}
 
 } // namespace Dao

@@ -40,8 +40,8 @@ public:
     void CompactDatabase(const QString& source, const QString& destination,
         const QString& locale = {}, int options = 0);
 
-    // Lets other users' saved changes be seen. Every read of this engine goes to the file,
-    // so there is no cache to refresh; the call is kept so that callers read as they should.
+    // With RefreshCache, lets other users' saved changes be seen: every recordset of every
+    // workspace forgets the rows it read ahead and reads the file at its next visit.
     void Idle(int action = 0);
 
     int BusyTimeout() const { return m_settings->busyTimeout; }

@@ -179,6 +179,27 @@ void Database::Execute(const QString& sql)
     m_recordsAffected = database->execute(database->translate(sql));
 }
 
+void Database::refresh()
+{
+    if (m_core->isOpen())
+        m_core->refreshRecordsets();
+}
+
+void Database::beginTransaction()
+{
+    core()->connection().begin();
+}
+
+void Database::commitTransaction()
+{
+    core()->connection().commit();
+}
+
+void Database::rollbackTransaction()
+{
+    core()->connection().rollback();
+}
+
 void Database::Close()
 {
     m_core->close();

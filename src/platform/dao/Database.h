@@ -56,6 +56,14 @@ public:
 private:
     friend class Workspace;
 
+    friend class DBEngine;
+    void refresh();
+
+    // The workspace's transactions on this file.
+    void beginTransaction();
+    void commitTransaction();
+    void rollbackTransaction();
+
     explicit Database(std::unique_ptr<Connection> connection);
     void attachCollections();
     std::shared_ptr<DatabaseCore> core() const;

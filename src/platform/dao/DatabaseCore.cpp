@@ -113,6 +113,14 @@ void DatabaseCore::registerRecordset(const std::weak_ptr<Recordset>& recordset)
     m_recordsets.push_back(recordset);
 }
 
+void DatabaseCore::refreshRecordsets()
+{
+    for (const auto& weak : m_recordsets) {
+        if (const auto recordset = weak.lock())
+            recordset->refresh();
+    }
+}
+
 QStringList DatabaseCore::tableNames() const
 {
     QStringList names;

@@ -113,6 +113,8 @@ public:
     qint64 execute(const SqlStatement& statement);
 
     void registerRecordset(const std::weak_ptr<Recordset>& recordset);
+    // Makes every open recordset read the file again at its next visit.
+    void refreshRecordsets();
 
 private:
     void ensureSystemTables();

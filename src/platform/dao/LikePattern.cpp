@@ -102,9 +102,83 @@ bool LikePattern::matchesOne(const Element& element, char32_t character) const
     return false;
 }
 
+namespace {
+
+char32_t Folded(char32_t c)
+{
+    if (c < 0x80)
+        return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c;
+    return QChar::toCaseFolded(c);
+}
+
+// Decodes UTF-8 into folded characters; a malformed sequence reads as U+FFFD.
+void FoldUtf8(const char* text, qsizetype size, std::vector<char32_t>& characters)
+{
+    characters.clear();
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+    qsizetype i = 0;
+    while (i < size) {
+        const unsigned char lead = bytes[i];
+        if (lead < 0x80) {
+            characters.push_back(Folded(lead));
+            ++i;
+            continue;
+        }
+        int extra = 0;
+        char32_t c = 0;
+        if ((lead & 0xe0) == 0xc0) {
+            extra = 1;
+            c = lead & 0x1f;
+        } else if ((lead & 0xf0) == 0xe0) {
+            extra = 2;
+            c = lead & 0x0f;
+        } else if ((lead & 0xf8) == 0xf0) {
+            extra = 3;
+            c = lead & 0x07;
+        } else {
+            characters.push_back(0xfffd);
+            ++i;
+            continue;
+        }
+        if (i + extra >= size) { // cut short at the end
+            characters.push_back(0xfffd);
+            break;
+        }
+        bool valid = true;
+        for (int k = 1; k <= extra; ++k) {
+            if ((bytes[i + k] & 0xc0) != 0x80) {
+                valid = false;
+                break;
+            }
+            c = (c << 6) | (bytes[i + k] & 0x3f);
+        }
+        if (!valid || c > 0x10ffff) {
+            characters.push_back(0xfffd);
+            ++i;
+            continue;
+        }
+        characters.push_back(Folded(c));
+        i += extra + 1;
+    }
+}
+
+} // namespace
+
 bool LikePattern::matches(QStringView text) const
 {
-    const std::vector<char32_t> characters = FoldedCharacters(text);
+    return matchesCharacters(FoldedCharacters(text));
+}
+
+bool LikePattern::matchesUtf8(const char* text, qsizetype size) const
+{
+    // One buffer per thread, grown once: a query calls this for every row.
+    thread_local std::vector<char32_t> characters;
+    FoldUtf8(text, size, characters);
+    return matchesCharacters(characters);
+}
+
+bool LikePattern::matchesCharacters(const std::vector<char32_t>& characters) const
+{
     const size_t textCount = characters.size();
     const size_t patternCount = m_elements.size();
     size_t t = 0;

@@ -20,6 +20,9 @@ public:
     explicit LikePattern(QStringView pattern);
 
     bool matches(QStringView text) const;
+    // The same for UTF-8 text as SQLite hands it over, without making a QString of every
+    // row's value: LIKE runs once per row of a query.
+    bool matchesUtf8(const char* text, qsizetype size) const;
 
 private:
     enum class Kind { Literal, AnyOne, Digit, Set, AnyRun, Nothing };
@@ -37,6 +40,7 @@ private:
     };
 
     bool matchesOne(const Element& element, char32_t character) const;
+    bool matchesCharacters(const std::vector<char32_t>& characters) const;
 
     std::vector<Element> m_elements;
 };

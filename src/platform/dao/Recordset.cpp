@@ -20,6 +20,9 @@ using Runtime::Variant;
 // current row is found at once, then larger to keep a long search quick.
 constexpr int FindChunkLimit = 512;
 
+// Rows read in one go while walking: one read of the file per batch instead of per row.
+constexpr int ReadAheadRows = 64;
+
 QByteArray KeyBytes(qint64 key)
 {
     QByteArray bytes(sizeof key, Qt::Uninitialized);
@@ -168,6 +171,19 @@ void Recordset::openKeyed(const QString& table, const QStringList& columns, cons
     m_table = table;
     m_rowSql = u"SELECT "_s + quoted.join(u", "_s) + u" FROM "_s + QuoteIdentifier(table)
         + u" WHERE rowid = ?1"_s;
+    QStringList parameters;
+    for (int i = 1; i <= ReadAheadRows; ++i)
+        parameters.append(u'?' + QString::number(i));
+    m_aheadSql = u"SELECT rowid, "_s + quoted.join(u", "_s) + u" FROM "_s + QuoteIdentifier(table)
+        + u" WHERE rowid IN ("_s + parameters.join(u", "_s) + u")"_s;
+    for (const auto& index : database->indexes(table)) {
+        if (!index.required)
+            continue;
+        for (size_t i = 0; i < m_columns.size(); ++i) {
+            if (index.fields.contains(m_columns[i].name, Qt::CaseInsensitive))
+                m_requiredIndexColumns.push_back(i);
+        }
+    }
     setKeysOrder(where, orderBy, limit);
     loadKeys();
     positionAfterOpen();
@@ -193,6 +209,7 @@ void Recordset::loadKeys()
         keys.push_back(statement.integer(0));
     m_keys = std::move(keys);
     m_positionsValid = false;
+    m_ahead.clear();
 }
 
 void Recordset::openStatic(const SqlStatement& statement)
@@ -359,6 +376,7 @@ void Recordset::MoveFirst()
     leaveRow();
     if (count() == 0)
         throw DaoError::make(DaoError::NoCurrentRecord);
+    m_direction = 1;
     setPosition(0);
 }
 
@@ -368,6 +386,7 @@ void Recordset::MoveLast()
     leaveRow();
     if (count() == 0)
         throw DaoError::make(DaoError::NoCurrentRecord);
+    m_direction = -1;
     setPosition(count() - 1);
 }
 
@@ -381,6 +400,7 @@ void Recordset::MoveNext()
         throw DaoError::make(DaoError::NoCurrentRecord);
     leaveRow();
     // After Delete the next row has moved up into the deleted one's place.
+    m_direction = 1;
     setPosition(deleted ? m_position : m_position + 1);
 }
 
@@ -392,6 +412,7 @@ void Recordset::MovePrevious()
     if (count() == 0 || m_position < 0)
         throw DaoError::make(DaoError::NoCurrentRecord);
     leaveRow();
+    m_direction = -1;
     setPosition(m_position - 1);
 }
 
@@ -403,6 +424,8 @@ void Recordset::Move(qint64 rows)
     if (rows == 0) {
         checkCurrent();
         leaveRow();
+        if (m_keyed)
+            m_ahead.remove(m_keys[static_cast<size_t>(m_position)]);
         return;
     }
     if ((rows < 0 && (count() == 0 || m_position < 0))
@@ -410,6 +433,7 @@ void Recordset::Move(qint64 rows)
         throw DaoError::make(DaoError::NoCurrentRecord);
     const qint64 from = m_currentDeleted && rows > 0 ? m_position - 1 : m_position;
     leaveRow();
+    m_direction = rows > 0 ? 1 : -1;
     setPosition(from + rows);
 }
 
@@ -482,16 +506,57 @@ const std::vector<Variant>& Recordset::currentRow() const
     checkCurrent();
     if (!m_rowLoaded) {
         if (m_keyed) {
-            auto row = readRow(m_keys[static_cast<size_t>(m_position)]);
-            if (!row)
-                throw DaoError::make(DaoError::RecordDeleted); // deleted by another user
-            m_row = std::move(*row);
+            const qint64 key = m_keys[static_cast<size_t>(m_position)];
+            if (!m_ahead.contains(key))
+                readAhead(m_position);
+            if (auto ahead = m_ahead.find(key); ahead != m_ahead.end()) {
+                m_row = ahead.value();
+            } else {
+                auto row = readRow(key);
+                if (!row)
+                    throw DaoError::make(DaoError::RecordDeleted); // deleted by another user
+                m_row = std::move(*row);
+            }
         } else {
             m_row = m_rows[static_cast<size_t>(m_position)];
         }
         m_rowLoaded = true;
     }
     return m_row;
+}
+
+void Recordset::readAhead(qint64 position) const
+{
+    m_ahead.clear();
+    std::vector<qint64> keys;
+    for (qint64 p = position; keys.size() < ReadAheadRows && p >= 0 && p < count();
+         p += m_direction)
+        keys.push_back(m_keys[static_cast<size_t>(p)]);
+    Statement statement = core()->connection().prepare(m_aheadSql);
+    for (int i = 0; i < ReadAheadRows; ++i) {
+        if (static_cast<size_t>(i) < keys.size())
+            statement.bind(i + 1, keys[static_cast<size_t>(i)]);
+        else
+            statement.bind(i + 1, Variant::null());
+    }
+    const int available
+        = std::min<int>(statement.columnCount() - 1, static_cast<int>(m_columns.size()));
+    while (statement.step()) {
+        std::vector<Variant> row;
+        row.reserve(m_columns.size());
+        for (int i = 0; i < available; ++i) {
+            row.push_back(
+                FromStorage(statement.value(i + 1), m_columns[static_cast<size_t>(i)].type.type));
+        }
+        row.resize(m_columns.size(), Variant::null());
+        m_ahead.insert(statement.integer(0), std::move(row));
+    }
+}
+
+void Recordset::refresh()
+{
+    m_ahead.clear();
+    m_rowLoaded = false;
 }
 
 Variant Recordset::value(int index) const
@@ -555,6 +620,7 @@ void Recordset::Edit()
         releaseLock();
         throw DaoError::make(DaoError::RecordDeleted);
     }
+    m_ahead.remove(key);
     m_row = *row;
     m_rowLoaded = true;
     m_buffer = *row;
@@ -578,15 +644,10 @@ void Recordset::validateBuffer() const
             throw DaoError::make(DaoError::ZeroLengthNotAllowed, name);
     }
     // A required index takes no Null in its fields, even where the field itself may be Null.
-    for (const auto& index : core()->indexes(m_table)) {
-        if (!index.required)
-            continue;
-        for (size_t i = 0; i < m_columns.size(); ++i) {
-            if (index.fields.contains(m_columns[i].name, Qt::CaseInsensitive)
-                && m_buffer[i].isNull()
-                && !(m_columns[i].type.autoIncrement && m_editMode == Dao::EditMode::Add))
-                throw DaoError::make(DaoError::IndexRequiresValue);
-        }
+    for (const size_t i : m_requiredIndexColumns) {
+        if (m_buffer[i].isNull()
+            && !(m_columns[i].type.autoIncrement && m_editMode == Dao::EditMode::Add))
+            throw DaoError::make(DaoError::IndexRequiresValue);
     }
 }
 
@@ -694,6 +755,7 @@ void Recordset::Update()
         }
     }
     releaseLock();
+    m_ahead.remove(key);
     m_lastModified = key;
     m_editMode = Dao::EditMode::None;
     m_buffer.clear();
@@ -727,6 +789,7 @@ void Recordset::Delete()
         if (connection.changes() == 0)
             throw DaoError::make(DaoError::RecordDeleted);
     });
+    m_ahead.remove(key);
     m_keys.erase(m_keys.begin() + static_cast<std::ptrdiff_t>(m_position));
     m_positionsValid = false;
     m_rowLoaded = false;
@@ -761,6 +824,7 @@ void Recordset::Close()
     m_keys.clear();
     m_rows.clear();
     m_row.clear();
+    m_ahead.clear();
     m_rowLoaded = false;
 }
 

@@ -35,9 +35,12 @@ enum class EditMode : int {
 //
 // A table-type recordset walks a table in the order of its current Index and finds rows with
 // Seek. A dynaset on SQL takes the keys of its rows when it opens, in the query's order, and
-// reads a row only when it is visited, so a dynaset of 100,000 cards opens quickly and shows
-// what other users have saved since. Rows added through the dynaset go to its end. A query
-// that groups, joins or computes values gives a read-only recordset holding its result.
+// reads rows only when they are visited, so a dynaset of 100,000 cards opens quickly. Rows
+// are read a few dozen at a time in the direction of travel and kept until the next batch:
+// what other users save shows after Requery, after the engine's Idle with RefreshCache, or
+// on Move 0 (which reads the current row again); Edit always reads the row afresh. Rows
+// added through the dynaset go to its end. A query that groups, joins or computes values
+// gives a read-only recordset holding its result.
 //
 // Edits: Edit copies the current row into a buffer, Update writes the changed fields. With
 // LockEdits False (optimistic) Update fails with 3197 when another user changed the row
@@ -122,6 +125,11 @@ public:
 
 private:
     friend class Field;
+    friend class DatabaseCore;
+
+    // Forgets the rows read ahead, so that the next visit reads the file.
+    void refresh();
+    void readAhead(qint64 position) const;
 
     struct Column
     {
@@ -188,6 +196,12 @@ private:
     bool m_currentDeleted = false;
     mutable bool m_rowLoaded = false;
     mutable std::vector<Runtime::Variant> m_row;
+    // Rows read ahead, by row id, and the direction the last move went (+1 or -1).
+    mutable QHash<qint64, std::vector<Runtime::Variant>> m_ahead;
+    int m_direction = 1;
+    QString m_aheadSql;
+    // Positions of the columns that a required index keeps from being Null.
+    std::vector<size_t> m_requiredIndexColumns;
 
     Dao::EditMode m_editMode = Dao::EditMode::None;
     std::vector<Runtime::Variant> m_buffer;

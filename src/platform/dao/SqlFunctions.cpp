@@ -122,21 +122,20 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments)
         sqlite3_result_null(context);
         return;
     }
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[1]));
+    const qsizetype size = sqlite3_value_bytes(arguments[1]);
     // A constant pattern is compiled once per statement, not once per row.
-    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-    if (!pattern) {
-        pattern = new LikePattern(TextOf(arguments[0]));
-        sqlite3_set_auxdata(context, 0, pattern,
-            [](void* compiled) { delete static_cast<LikePattern*>(compiled); });
-        pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-        if (!pattern) {
-            // SQLite keeps no auxiliary data for a pattern that changes per row.
-            sqlite3_result_int(
-                context, LikePattern(TextOf(arguments[0])).matches(TextOf(arguments[1])));
-            return;
-        }
+    if (auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0))) {
+        sqlite3_result_int(context, pattern->matchesUtf8(text, size) ? 1 : 0);
+        return;
     }
-    sqlite3_result_int(context, pattern->matches(TextOf(arguments[1])) ? 1 : 0);
+    auto* pattern = new LikePattern(TextOf(arguments[0]));
+    const bool matches = pattern->matchesUtf8(text, size);
+    // SQLite keeps the compiled pattern while the pattern stays the same, and deletes it
+    // (at once, for a pattern that changes per row) through the destructor given.
+    sqlite3_set_auxdata(
+        context, 0, pattern, [](void* compiled) { delete static_cast<LikePattern*>(compiled); });
+    sqlite3_result_int(context, matches ? 1 : 0);
 }
 
 void Convert(sqlite3_context* context, int, sqlite3_value** arguments)

@@ -6,16 +6,16 @@
 
 namespace Dao {
 
-Statement::Statement(const Connection* connection, sqlite3_stmt* statement, bool cached)
+Statement::Statement(const Connection* connection, sqlite3_stmt* statement, bool* inUse)
     : m_connection(connection)
     , m_statement(statement)
-    , m_cached(cached)
+    , m_inUse(inUse)
 { }
 
 Statement::Statement(Statement&& other) noexcept
     : m_connection(other.m_connection)
     , m_statement(other.m_statement)
-    , m_cached(other.m_cached)
+    , m_inUse(other.m_inUse)
 {
     other.m_statement = nullptr;
 }
@@ -26,7 +26,7 @@ Statement& Statement::operator=(Statement&& other) noexcept
         release();
         m_connection = other.m_connection;
         m_statement = other.m_statement;
-        m_cached = other.m_cached;
+        m_inUse = other.m_inUse;
         other.m_statement = nullptr;
     }
     return *this;
@@ -41,8 +41,10 @@ void Statement::release()
 {
     if (!m_statement)
         return;
-    if (m_cached) {
-        m_connection->returnToCache(m_statement);
+    if (m_inUse) {
+        sqlite3_reset(m_statement);
+        sqlite3_clear_bindings(m_statement);
+        *m_inUse = false;
     } else {
         sqlite3_finalize(m_statement);
     }

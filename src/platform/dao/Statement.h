@@ -17,7 +17,9 @@ class Statement
 {
 public:
     Statement() = default;
-    Statement(const Connection* connection, sqlite3_stmt* statement, bool cached);
+    // `inUse` is the connection's mark of a cached statement, cleared again when this object
+    // goes; null for a statement used once.
+    Statement(const Connection* connection, sqlite3_stmt* statement, bool* inUse);
     Statement(Statement&& other) noexcept;
     Statement& operator=(Statement&& other) noexcept;
     ~Statement();
@@ -55,7 +57,7 @@ private:
 
     const Connection* m_connection = nullptr;
     sqlite3_stmt* m_statement = nullptr;
-    bool m_cached = false;
+    bool* m_inUse = nullptr;
 };
 
 } // namespace Dao

@@ -47,11 +47,54 @@ std::shared_ptr<Database> Workspace::OpenDatabase(
     return database;
 }
 
+void Workspace::BeginTrans()
+{
+    std::vector<std::weak_ptr<Database>> begun;
+    try {
+        for (const auto& database : Databases()) {
+            database->beginTransaction();
+            begun.push_back(database);
+        }
+    } catch (...) {
+        for (const auto& weak : begun) {
+            if (const auto database = weak.lock())
+                database->rollbackTransaction();
+        }
+        throw;
+    }
+    m_transactions.push_back(std::move(begun));
+}
+
+void Workspace::CommitTrans()
+{
+    if (m_transactions.empty())
+        throw DaoError::make(DaoError::InvalidOperation);
+    const auto begun = std::move(m_transactions.back());
+    m_transactions.pop_back();
+    for (const auto& weak : begun) {
+        if (const auto database = weak.lock(); database && database->IsOpen())
+            database->commitTransaction();
+    }
+}
+
+void Workspace::Rollback()
+{
+    if (m_transactions.empty())
+        throw DaoError::make(DaoError::InvalidOperation);
+    const auto begun = std::move(m_transactions.back());
+    m_transactions.pop_back();
+    for (const auto& weak : begun) {
+        if (const auto database = weak.lock(); database && database->IsOpen())
+            database->rollbackTransaction();
+    }
+}
+
 void Workspace::Close()
 {
     for (const auto& database : Databases())
         database->Close();
     m_databases.clear();
+    m_transactions.clear();
 }
 
 } // namespace Dao

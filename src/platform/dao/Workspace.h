@@ -34,6 +34,14 @@ public:
     // Closes every database of the workspace.
     void Close();
 
+    // A transaction over every database open in the workspace: the changes made until
+    // CommitTrans reach the files together, or none of them after Rollback. An import
+    // wraps its rows in one, so that 100,000 rows are one write to the disk, not 100,000.
+    // Transactions nest; while one is open the files stay locked for other users' writes.
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback();
+
 private:
     friend class DBEngine;
 
@@ -44,6 +52,8 @@ private:
     QString m_userName;
     std::shared_ptr<EngineSettings> m_settings;
     mutable std::vector<std::weak_ptr<Database>> m_databases;
+    // The databases each open transaction level began on, innermost last.
+    std::vector<std::vector<std::weak_ptr<Database>>> m_transactions;
 };
 
 } // namespace Dao

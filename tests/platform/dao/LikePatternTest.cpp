@@ -30,6 +30,25 @@ TEST_P(LikePatternTest, MatchesTheWholeText)
         << row.pattern.toStdString() << " against " << row.text.toStdString();
 }
 
+// SQLite hands rows over as UTF-8: that reading must agree with the QString one.
+TEST_P(LikePatternTest, MatchesUtf8TextAlike)
+{
+    const LikeRow& row = GetParam();
+    const QByteArray utf8 = row.text.toUtf8();
+    EXPECT_EQ(
+        Dao::LikePattern(row.pattern).matchesUtf8(utf8.constData(), utf8.size()), row.matches);
+}
+
+TEST(LikePatternUtf8Test, MalformedBytesAreOneUnknownCharacterEach)
+{
+    const Dao::LikePattern threeCharacters(u"???"_s);
+    EXPECT_TRUE(threeCharacters.matchesUtf8("a\xff"
+                                            "b",
+        3));
+    EXPECT_TRUE(threeCharacters.matchesUtf8("a\xc3", 2) == false);
+    EXPECT_TRUE(Dao::LikePattern(u"a?"_s).matchesUtf8("a\xe2\x82", 3));
+}
+
 INSTANTIATE_TEST_SUITE_P(Patterns, LikePatternTest,
     testing::Values(LikeRow { "starIncludes", u"*cat*"_s, u"Bobcat kitten"_s, true },
         LikeRow { "starIgnoresCase", u"*CAT*"_s, u"bobcat"_s, true },

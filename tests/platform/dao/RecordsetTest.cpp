@@ -276,6 +276,30 @@ TEST_F(RecordsetTest, FindInAStaticResult)
     EXPECT_EQ(counts->Fields(u"Field1"_s)->Value(), Variant(u"Wild cat"_s));
 }
 
+TEST_F(RecordsetTest, WorkspaceTransactionsKeepOrDropRowsTogether)
+{
+    auto cards = cardSet();
+    m_workspace->BeginTrans();
+    for (const QString& name : { u"Ant"_s, u"Bee"_s }) {
+        cards->AddNew();
+        cards->Fields(u"CardName"_s)->SetValue(name);
+        cards->Update();
+    }
+    m_workspace->Rollback();
+    EXPECT_EQ(m_database->TableDefs(u"Pets"_s)->RecordCount(), 6);
+    m_workspace->BeginTrans();
+    m_workspace->BeginTrans();
+    cards->AddNew();
+    cards->Fields(u"CardName"_s)->SetValue(u"Cow"_s);
+    cards->Update();
+    m_workspace->CommitTrans();
+    m_workspace->CommitTrans();
+    auto other
+        = m_engine.CreateWorkspace(u"Quorbin"_s, u"Admin"_s)->OpenDatabase(m_database->Name());
+    EXPECT_EQ(other->TableDefs(u"Pets"_s)->RecordCount(), 7);
+    EXPECT_EQ(ErrorNumber([&] { m_workspace->CommitTrans(); }), DaoError::InvalidOperation);
+}
+
 class KeywordTableTest : public DaoTest::DaoTestBase
 {
 protected:

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# The engine's benchmarks beside the same work done by the sqlite3 shell alone, on the same
+# file of 100,000 cards:
+#   bench/dao/compare_with_sqlite3.sh BUILD_DIR
+# Runs bench_dao (which writes the file), then times each task in the shell with ".timer on".
+set -euo pipefail
+build=${1:?build directory with bench/dao/bench_dao}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export QUORBIN_BENCH_DAO_DIR=$work
+
+"$build/bench/dao/bench_dao" --benchmark_out="$work/engine.json" --benchmark_out_format=json \
+    >/dev/null
+cards=$work/cards.qnd
+
+timed() { # label, then SQL for the shell; prints the shell's own run time
+    local label=$1 sql=$2
+    local seconds
+    seconds=$(printf '.timer on\n.output /dev/null\n%s\n' "$sql" | sqlite3 "$cards" 2>&1 |
+        awk '/Run Time/ { total += $4 } END { printf "%.1f", total * 1000 }')
+    printf '%-22s sqlite3 %8s ms\n' "$label" "$seconds"
+}
+
+# Import: the same rows, one INSERT each, in one transaction, into the same empty table.
+sqlite3 "$cards" .schema | grep -v '^CREATE TABLE "QSys' | grep -v "QSys" >"$work/schema.sql"
+awk -v n=100000 'BEGIN {
+    split("cat dog rabbit hamster goldfish tortoise bobcat pony parrot snake", kinds, " ");
+    srand(2004);
+    print "BEGIN;";
+    for (i = 0; i < n; i++)
+        printf "INSERT INTO Quorbin_Card (CardName, FreeText, Field1, Field7, Field8) VALUES " \
+            "(\x27Card %06d\x27, \x27Notes about card %d\x27, \x27%s %d\x27, %d, %d);\n",
+            i, i, kinds[i % 10 + 1], i, (i * 7919) % 100003, 36526 + i % 3653;
+    print "COMMIT;";
+}' >"$work/import.sql"
+start=$(date +%s%N)
+sqlite3 "$work/import.db" <"$work/schema.sql"
+sqlite3 "$work/import.db" <"$work/import.sql"
+printf '%-22s sqlite3 %8.1f ms\n' Import "$(( ($(date +%s%N) - start) / 100000 ))e-1"
+
+timed OpenAndFirstCard 'SELECT * FROM Quorbin_Card ORDER BY CardName LIMIT 1;'
+timed WalkCardSet 'SELECT * FROM Quorbin_Card ORDER BY CardName;'
+timed LikeQuery "SELECT * FROM Quorbin_Card WHERE Field1 LIKE '%cat%' ORDER BY CardName;"
+timed FindNextFromTop "SELECT CardName FROM Quorbin_Card WHERE Field1 LIKE '% 99999' ORDER BY CardName LIMIT 1;"
+timed MinMax 'SELECT Min(Field7) AS MinValue, Max(Field7) AS MaxValue FROM Quorbin_Card;'
+
+echo
+echo "engine (bench_dao, real time):"
+python3 - "$work/engine.json" <<'PYTHON'
+import json, sys
+for bench in json.load(open(sys.argv[1]))["benchmarks"]:
+    name = bench["name"].split("/")[0].removeprefix("BM_")
+    print(f"{name:22s} engine  {bench['real_time']:8.1f} {bench['time_unit']}")
+PYTHON
