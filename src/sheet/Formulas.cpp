@@ -217,26 +217,10 @@ double EvaluateFormula(Sheet& sheet, const QString& formula, bool recordRefs, in
 QList<CellAddress> PrecedentCells(const QList<CellRef>& precedents)
 {
     QList<CellAddress> cells;
-    for (qsizetype i = 0; i < precedents.size(); ++i) {
-        const CellRef& element = precedents[i];
-        if (element.Kind == SingleCellPrecedent) {
-            const CellAddress cell { element.Row, element.Column };
-            if (cell.isValid())
-                cells.append(cell);
-        } else if (element.Kind == RangeCornerPrecedent && i + 1 < precedents.size()
-            && precedents[i + 1].Kind == RangeCornerPrecedent) {
-            const CellRef& corner = precedents[i + 1];
-            const int top = std::max<int>(element.Row, 1);
-            const int bottom = std::min<int>(corner.Row, SheetRows);
-            const int left = std::max<int>(element.Column, 1);
-            const int right = std::min<int>(corner.Column, SheetColumns);
-            for (int row = top; row <= bottom; ++row) {
-                for (int column = left; column <= right; ++column)
-                    cells.append({ row, column });
-            }
-            ++i;
-        }
-    }
+    VisitPrecedentCells(precedents, [&](CellAddress cell) {
+        cells.append(cell);
+        return true;
+    });
     return cells;
 }
 
@@ -252,16 +236,19 @@ bool LeadsBackTo(const Sheet& sheet, CellAddress origin)
         const CellRecord& record = sheet.record(cell);
         if (!record.HasPrecedents)
             continue;
-        for (const CellAddress& next : PrecedentCells(record.Precedents)) {
+        const bool searchedAll = VisitPrecedentCells(record.Precedents, [&](CellAddress next) {
             if (next == origin)
-                return true;
-            const std::size_t index
+                return false;
+            const auto index
                 = static_cast<std::size_t>((next.Row - 1) * SheetColumns + next.Column - 1);
             if (!searched[index]) {
                 searched[index] = true;
                 pending.push_back(next);
             }
-        }
+            return true;
+        });
+        if (!searchedAll)
+            return true;
     }
     return false;
 }

@@ -46,6 +46,36 @@ double EvaluateFormula(Sheet& sheet, const QString& formula, bool recordRefs, in
 // corner (only in damaged files), are left out.
 QList<CellAddress> PrecedentCells(const QList<CellRef>& precedents);
 
+// The same cells handed one by one to `visit`, which returns false to stop early; returns
+// false when it was stopped. For the searches that run on every entry, without building a
+// list.
+template <typename Visit> bool VisitPrecedentCells(const QList<CellRef>& precedents, Visit visit)
+{
+    for (qsizetype i = 0; i < precedents.size(); ++i) {
+        const CellRef& element = precedents[i];
+        if (element.Kind == SingleCellPrecedent) {
+            const CellAddress cell { element.Row, element.Column };
+            if (cell.isValid() && !visit(cell))
+                return false;
+        } else if (element.Kind == RangeCornerPrecedent && i + 1 < precedents.size()
+            && precedents[i + 1].Kind == RangeCornerPrecedent) {
+            const CellRef& corner = precedents[i + 1];
+            const int top = element.Row < 1 ? 1 : element.Row;
+            const int bottom = corner.Row > SheetRows ? SheetRows : corner.Row;
+            const int left = element.Column < 1 ? 1 : element.Column;
+            const int right = corner.Column > SheetColumns ? SheetColumns : corner.Column;
+            for (int row = top; row <= bottom; ++row) {
+                for (int column = left; column <= right; ++column) {
+                    if (!visit(CellAddress { row, column }))
+                        return false;
+                }
+            }
+            ++i;
+        }
+    }
+    return true;
+}
+
 // Whether the cell's formula leads back to the cell itself through the precedents of the
 // cells it reads. Each cell is searched once, so damaged files with cycles elsewhere cannot
 // make the search run away.

@@ -69,6 +69,8 @@ enum TypeCode : qint16 {
 constexpr int MinimumWrittenWidths = 6;
 // The field of the graph block that the reader skips holds this.
 constexpr qint32 GraphBlockMarker = 2;
+// Font sizes beyond this are damage, not fonts (the largest a font dialog offers is 1638).
+constexpr double MaximumFontSize = 16384;
 // Larger files are refused before they are read into memory; a full sheet with four graphs
 // is a few megabytes.
 constexpr qint64 MaximumFileSize = 256LL * 1024 * 1024;
@@ -490,7 +492,7 @@ private:
             font.Name = m_in.text();
             break;
         case FontSizeTag:
-            font.Size = m_in.number();
+            font.Size = fontSize();
             break;
         case StrikethroughTag:
             font.Strikethrough = m_in.boolean();
@@ -538,7 +540,7 @@ private:
             display.FontName = m_in.text();
             break;
         case CellFontSizeTag:
-            display.FontSize = static_cast<float>(m_in.number());
+            display.FontSize = static_cast<float>(fontSize());
             break;
         case CellStrikethroughTag:
             display.Strikethrough = m_in.boolean();
@@ -587,6 +589,14 @@ private:
         }
         if (tag >= BoldTag && tag <= UnderlineTag)
             m_sheet.setFont(font);
+    }
+
+    double fontSize()
+    {
+        const double size = m_in.number();
+        if (size < 0 || size > MaximumFontSize)
+            throw Damage { u"a font size out of range"_s };
+        return size;
     }
 
     RecordReader m_in;

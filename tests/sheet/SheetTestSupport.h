@@ -16,6 +16,12 @@ inline void PrintTo(const QString& text, std::ostream* stream)
     *stream << '"' << text.toStdString() << '"';
 }
 
+// Shows bytes in hexadecimal.
+inline void PrintTo(const QByteArray& bytes, std::ostream* stream)
+{
+    *stream << bytes.toHex(' ').toStdString();
+}
+
 namespace Tillane {
 
 inline void PrintTo(const CellAddress& cell, std::ostream* stream)

@@ -1,0 +1,656 @@
+#include "sheet/SheetFile.h"
+
+#include "platform/io/SaveFaults.h"
+#include "sheet/CellReferences.h"
+#include "sheet/Dependencies.h"
+#include "sheet/SheetError.h"
+#include "sheet/SheetTestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <cstring>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace Tillane;
+
+namespace {
+
+// The file format written out by hand, record by record, to compare the writer against.
+class Bytes
+{
+public:
+    Bytes& tag(qint32 tag) { return raw(tag); }
+    Bytes& int16(qint32 tag, qint16 value) { return raw(tag).raw<qint16>(2).raw(value); }
+    Bytes& int32(qint32 tag, qint32 value) { return raw(tag).raw<qint16>(3).raw(value); }
+    Bytes& single(qint32 tag, float value)
+    {
+        quint32 bits;
+        std::memcpy(&bits, &value, 4);
+        return raw(tag).raw<qint16>(4).raw(bits);
+    }
+    Bytes& real(qint32 tag, double value)
+    {
+        quint64 bits;
+        std::memcpy(&bits, &value, 8);
+        return raw(tag).raw<qint16>(5).raw(bits);
+    }
+    Bytes& currency(qint32 tag, qint64 tenThousandths)
+    {
+        return raw(tag).raw<qint16>(6).raw(tenThousandths);
+    }
+    Bytes& text(qint32 tag, const QByteArray& bytes)
+    {
+        raw(tag).raw<qint16>(8).raw<quint16>(quint16(bytes.size()));
+        m_bytes += bytes;
+        return *this;
+    }
+    Bytes& boolean(qint32 tag, bool value)
+    {
+        return raw(tag).raw<qint16>(11).raw<qint16>(value ? -1 : 0);
+    }
+    Bytes& cell(qint16 row, qint16 column) { return raw<qint32>(2).raw(row).raw(column); }
+    Bytes& references(qint32 tag, const QList<CellRef>& list)
+    {
+        int32(tag, qint32(list.size()));
+        for (const CellRef& element : list)
+            raw(element.Kind).raw(element.Row).raw(element.Column);
+        return *this;
+    }
+    template <typename T> Bytes& raw(T value)
+    {
+        const T little = qToLittleEndian(value);
+        m_bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
+        return *this;
+    }
+    Bytes& append(const QByteArray& bytes)
+    {
+        m_bytes += bytes;
+        return *this;
+    }
+    // The records of a new sheet before the first cell, with the used area given.
+    Bytes& header(qint16 usedRows = 1, qint16 usedColumns = 1, int widths = 6)
+    {
+        int16(1, 310).int32(3, 0xFFFFFF).boolean(4, false).boolean(5, false).text(6, "Arial");
+        currency(7, 100000).boolean(8, false).boolean(9, false);
+        raw<qint32>(10).raw(usedRows).raw(usedColumns);
+        text(11, "");
+        for (int column = 1; column <= widths; ++column)
+            int32(12, 1200);
+        return *this;
+    }
+    const QByteArray& bytes() const { return m_bytes; }
+
+private:
+    QByteArray m_bytes;
+};
+
+class SheetFiles : public SheetTest
+{
+protected:
+    // A sheet with something of everything the file keeps.
+    void fillRichSheet(Sheet& target)
+    {
+        auto put = [&](const char* cell, const QString& text) {
+            const CellAddress address = at(cell);
+            EnterCell(target, address.Row, address.Column, text);
+        };
+        put("A1", u"Day"_s);
+        put("B1", u"Rain"_s);
+        put("A2", u"12/3/2004"_s);
+        put("B2", u"12.5"_s);
+        put("B3", u"50%"_s);
+        put("B4", u"£3"_s);
+        put("C2", u"=B2*2"_s);
+        put("C3", u"=sum(B2:B4)"_s);
+        put("D5", u"x"_s);
+        SheetFont font;
+        font.Name = u"Liberation Serif"_s;
+        font.Size = 12.5;
+        font.Bold = true;
+        font.Underline = true;
+        target.setFont(font);
+        target.setBackgroundColour(0xEEDDCC);
+        target.setNumberFormat(u"0.0"_s);
+        target.setColumnWidth(2, 2400);
+        CellDisplay& styled = target.display(1, 2);
+        styled.BackColour = 1;
+        styled.ForeColour = 0x0000FF;
+        styled.Bold = false;
+        styled.Italic = true;
+        styled.FontName = u"Liberation Mono"_s;
+        styled.FontSize = 9.5f;
+        styled.Strikethrough = true;
+        styled.Underline = false;
+        styled.Alignment = AlignCentreCentre;
+        target.record(2, 2).Locked = true;
+        target.record(3, 3).NumberFormat = u"Fixed"_s;
+        target.showNumber(3, 3);
+        GraphSlot& graph = target.graphSlot(2);
+        graph.InUse = true;
+        graph.Bounds = { 2000, 2000, 7000, 7000 };
+        graph.Categories = { 1, 1, 4, 1 };
+        graph.Data = { 1, 2, 4, 2 };
+        graph.FirstRowLabels = true;
+        graph.NumberOfGroups = 5;
+        graph.GraphData = "[Ormsey Data File]\r\nTitle=Rain\r\n\x80\x01"_ba;
+        for (int row = 1; row <= 4; ++row) {
+            AddDependent(target, { 0, 0 }, { row, 1 }, 2);
+            AddDependent(target, { 0, 0 }, { row, 2 }, 2);
+        }
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(SheetFiles, NewSheetWritesOneCellAndSixWidths)
+{
+    EXPECT_EQ(SheetFileBytes(sheet), Bytes().header().cell(1, 1).bytes());
+}
+
+TEST_F(SheetFiles, SmallSheetMatchesTheFormatRecordByRecord)
+{
+    enter("A1", u"Rain"_s);
+    enter("A2", u"12.5"_s);
+    enter("B2", u"=A2*2"_s);
+    enter("B1", u"50%"_s);
+    sheet.record(1, 1).Locked = true;
+    const QByteArray expected = Bytes()
+                                    .header(2, 2)
+                                    .cell(1, 1)
+                                    .text(101, "Rain")
+                                    .int16(110, 1)
+                                    .int32(200, 1)
+                                    .boolean(206, true)
+                                    .cell(1, 2)
+                                    .text(101, "50%")
+                                    .int16(110, 7)
+                                    .int32(200, 2)
+                                    .real(201, 0.5)
+                                    .text(205, "#0.##%")
+                                    .cell(2, 1)
+                                    .text(101, "12.5")
+                                    .int16(110, 7)
+                                    .int32(200, 2)
+                                    .real(201, 12.5)
+                                    .references(204, { { 0, 2, 2 } })
+                                    .cell(2, 2)
+                                    .text(101, "25")
+                                    .int16(110, 7)
+                                    .int32(200, 3)
+                                    .real(201, 25)
+                                    .text(202, "=A2*2")
+                                    .references(203, { { 1, 2, 1 } })
+                                    .bytes();
+    EXPECT_EQ(SheetFileBytes(sheet), expected);
+}
+
+TEST_F(SheetFiles, CellDisplayRecordsInTheirOrder)
+{
+    CellDisplay& display = sheet.display(1, 1);
+    display.Text = u"é"_s;
+    display.BackColour = 5;
+    display.Bold = true;
+    display.Italic = true;
+    display.FontName = u"Courier"_s;
+    display.FontSize = 8.5f;
+    display.Strikethrough = true;
+    display.Underline = true;
+    display.ForeColour = 0x00FF00;
+    display.Alignment = AlignCentreCentre;
+    sheet.record(1, 1).NumberFormat = u"0.0"_s;
+    const QByteArray expected = Bytes()
+                                    .header()
+                                    .cell(1, 1)
+                                    .text(101, "\xC3\xA9")
+                                    .int32(102, 5)
+                                    .boolean(104, true)
+                                    .boolean(105, true)
+                                    .text(106, "Courier")
+                                    .single(107, 8.5f)
+                                    .boolean(108, true)
+                                    .boolean(109, true)
+                                    .int32(103, 0x00FF00)
+                                    .int16(110, 4)
+                                    .text(205, "0.0")
+                                    .bytes();
+    EXPECT_EQ(SheetFileBytes(sheet), expected);
+}
+
+TEST_F(SheetFiles, CellFontEqualToTheSheetFontWritesNothing)
+{
+    CellDisplay& display = sheet.display(1, 1);
+    display.Bold = false;
+    display.Italic = false;
+    display.FontName = u"Arial"_s;
+    display.FontSize = 10.0f;
+    display.Strikethrough = false;
+    display.Underline = false;
+    display.ForeColour = Black;
+    EXPECT_EQ(SheetFileBytes(sheet), Bytes().header().cell(1, 1).bytes());
+}
+
+TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
+{
+    GraphSlot& graph = sheet.graphSlot(3);
+    graph.InUse = true;
+    graph.Bounds = { 10, 20, 30, 40 };
+    graph.Categories = { 2, 1, 9, 1 };
+    graph.Data = { 2, 4, 9, 4 };
+    graph.CountAndGroup = true;
+    graph.NumberOfGroups = 7;
+    graph.GraphData = "GRAPH"_ba;
+    const QByteArray expected = Bytes()
+                                    .header()
+                                    .int32(13, 3)
+                                    .raw<qint32>(10)
+                                    .raw<qint32>(20)
+                                    .raw<qint32>(30)
+                                    .raw<qint32>(40)
+                                    .raw<qint16>(2)
+                                    .raw<qint16>(9)
+                                    .raw<qint32>(2)
+                                    .raw<qint16>(1)
+                                    .raw<qint16>(4)
+                                    .raw<qint16>(0)
+                                    .raw<qint16>(-1)
+                                    .raw<qint32>(7)
+                                    .raw<qint32>(5)
+                                    .append("GRAPH")
+                                    .cell(1, 1)
+                                    .bytes();
+    EXPECT_EQ(SheetFileBytes(sheet), expected);
+}
+
+TEST_F(SheetFiles, LastCellZ256WritesEveryCell)
+{
+    enter("Z256", u"1"_s);
+    const QByteArray bytes = SheetFileBytes(sheet);
+    const qsizetype header = Bytes().header(256, 26, 26).bytes().size();
+    const qsizetype lastCellRecords
+        = Bytes().text(101, "1").int16(110, 7).int32(200, 2).real(201, 1).bytes().size();
+    EXPECT_EQ(bytes.size(), header + 256 * 26 * 8 + lastCellRecords);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(bytes, back).isComplete());
+    EXPECT_EQ(back.record(256, 26).Value, 1);
+    EXPECT_EQ(back.usedRows(), 256);
+    EXPECT_EQ(back.usedColumns(), 26);
+}
+
+TEST_F(SheetFiles, RichSheetReadsBackToTheSameBytes)
+{
+    fillRichSheet(sheet);
+    const QByteArray bytes = SheetFileBytes(sheet);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(bytes, back).isComplete());
+    EXPECT_EQ(SheetFileBytes(back), bytes);
+}
+
+TEST_F(SheetFiles, RichSheetReadsBackToTheSameModel)
+{
+    fillRichSheet(sheet);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
+    EXPECT_EQ(back.font(), sheet.font());
+    EXPECT_EQ(back.backgroundColour(), 0xEEDDCC);
+    EXPECT_EQ(back.numberFormat(), u"0.0"_s);
+    EXPECT_EQ(back.usedRows(), 5);
+    EXPECT_EQ(back.usedColumns(), 4);
+    for (int column = 1; column <= 6; ++column)
+        EXPECT_EQ(back.columnWidth(column), sheet.columnWidth(column)) << column;
+    for (int slot = 1; slot <= GraphSlotCount; ++slot)
+        EXPECT_EQ(back.graphSlot(slot), sheet.graphSlot(slot)) << slot;
+    for (int row = 1; row <= 5; ++row) {
+        for (int column = 1; column <= 4; ++column) {
+            const CellRecord& expected = sheet.record(row, column);
+            const CellRecord& actual = back.record(row, column);
+            const std::string name = CellName(row, column).toStdString();
+            EXPECT_EQ(actual.Kind, expected.Kind) << name;
+            if (expected.holdsNumber()) {
+                EXPECT_EQ(actual.Value, expected.Value) << name;
+            }
+            EXPECT_EQ(actual.Formula, expected.Formula) << name;
+            EXPECT_EQ(actual.HasPrecedents, expected.HasPrecedents) << name;
+            EXPECT_EQ(actual.Precedents, expected.Precedents) << name;
+            EXPECT_EQ(actual.HasDependents, expected.HasDependents) << name;
+            EXPECT_EQ(actual.Dependents, expected.Dependents) << name;
+            EXPECT_EQ(actual.NumberFormat, expected.NumberFormat) << name;
+            EXPECT_EQ(actual.Locked, expected.Locked) << name;
+            EXPECT_EQ(back.display(row, column).Text, sheet.display(row, column).Text) << name;
+            EXPECT_EQ(back.display(row, column).Alignment, sheet.display(row, column).Alignment)
+                << name;
+        }
+    }
+    const CellDisplay& styled = back.display(1, 2);
+    EXPECT_EQ(styled.BackColour, 1);
+    EXPECT_EQ(styled.ForeColour, 0x0000FF);
+    EXPECT_EQ(styled.Bold, false);
+    EXPECT_EQ(styled.Italic, true);
+    EXPECT_EQ(styled.FontName, u"Liberation Mono"_s);
+    EXPECT_EQ(styled.FontSize, 9.5f);
+    EXPECT_EQ(styled.Strikethrough, true);
+    EXPECT_EQ(styled.Underline, false);
+}
+
+TEST_F(SheetFiles, WidthsAreReadInOrderFromColumnOne)
+{
+    for (int column = 1; column <= 8; ++column)
+        sheet.setColumnWidth(column, 1000 + column);
+    enter("C1", u"x"_s);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
+    for (int column = 1; column <= 6; ++column)
+        EXPECT_EQ(back.columnWidth(column), 1000 + column) << column;
+    // Only six were written for a sheet using three columns.
+    EXPECT_EQ(back.columnWidth(7), DesignedColumnWidth);
+    enter("H1", u"x"_s);
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
+    EXPECT_EQ(back.columnWidth(8), 1008);
+}
+
+TEST_F(SheetFiles, GraphRangesAfterLoadingAreOneColumnEach)
+{
+    fillRichSheet(sheet);
+    sheet.graphSlot(2).Data = { 1, 2, 4, 3 }; // wider than a graph ever makes it
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
+    EXPECT_EQ(back.graphSlot(2).Data, (CellRange { 1, 2, 4, 2 }));
+    EXPECT_EQ(back.graphSlot(2).Categories, (CellRange { 1, 1, 4, 1 }));
+    EXPECT_FALSE(back.graphSlot(1).InUse);
+}
+
+TEST_F(SheetFiles, NewerVersionIsRefusedBeforeAnythingElse)
+{
+    const QByteArray bytes
+        = Bytes().int16(1, 311).int32(3, 0x123456).cell(1, 1).text(101, "x").bytes();
+    const SheetReadResult result = ReadSheet(bytes, sheet);
+    EXPECT_EQ(result.status, SheetReadResult::NewerVersion);
+    EXPECT_EQ(result.message,
+        u"This file was created by a more recent version of Quorbin and cannot be loaded."_s);
+    EXPECT_EQ(sheet.backgroundColour(), White);
+    EXPECT_TRUE(shown("A1").isEmpty());
+}
+
+TEST_F(SheetFiles, OlderVersionIsRead)
+{
+    const QByteArray bytes = Bytes().int16(1, 300).cell(1, 1).text(101, "x").bytes();
+    EXPECT_TRUE(ReadSheet(bytes, sheet).isComplete());
+    EXPECT_EQ(shown("A1"), u"x"_s);
+}
+
+TEST_F(SheetFiles, UnknownTagsArePassedOver)
+{
+    const QByteArray bytes
+        = Bytes().header().tag(999).cell(1, 1).tag(150).text(101, "kept").tag(-4).bytes();
+    EXPECT_TRUE(ReadSheet(bytes, sheet).isComplete());
+    EXPECT_EQ(shown("A1"), u"kept"_s);
+}
+
+TEST_F(SheetFiles, TextThatIsNotUtf8IsReadAsWindows1252)
+{
+    const QByteArray bytes = Bytes()
+                                 .header()
+                                 .cell(1, 1)
+                                 .text(101,
+                                     "\xA3"
+                                     "5 caf\xE9")
+                                 .bytes();
+    ASSERT_TRUE(ReadSheet(bytes, sheet).isComplete());
+    EXPECT_EQ(shown("A1"), u"£5 café"_s);
+}
+
+TEST_F(SheetFiles, NumbersAreShownAgainWithTheirFormats)
+{
+    // The file's shown text is stale; loading shows the value with the sheet's format.
+    const QByteArray bytes = Bytes()
+                                 .header()
+                                 .cell(1, 1)
+                                 .text(101, "stale")
+                                 .int32(200, 2)
+                                 .real(201, 2.5)
+                                 .text(205, "0.00")
+                                 .bytes();
+    ASSERT_TRUE(ReadSheet(bytes, sheet).isComplete());
+    EXPECT_EQ(shown("A1"), u"2.50"_s);
+}
+
+TEST_F(SheetFiles, LoadedLinksRecalculateAfterAnEntry)
+{
+    enter("A1", u"2"_s);
+    enter("A2", u"3"_s);
+    enter("B1", u"=sum(A1:A2)"_s);
+    enter("C1", u"=B1*A1"_s);
+    const QString path = folder.filePath(u"links.qnc"_s);
+    ASSERT_TRUE(SaveSheetFile(sheet, path).isEmpty());
+
+    Sheet loaded;
+    ASSERT_TRUE(LoadSheetFile(path, loaded).isComplete());
+    EXPECT_EQ(loaded.record(1, 3).Value, 10);
+    EnterCell(loaded, 2, 1, u"8"_s);
+    EXPECT_EQ(loaded.record(1, 2).Value, 10);
+    EXPECT_EQ(loaded.record(1, 3).Value, 20);
+    EXPECT_EQ(loaded.display(1, 3).Text, u"20"_s);
+    EnterCell(loaded, 1, 1, u"=A2"_s);
+    EXPECT_EQ(loaded.record(1, 3).Value, 16 * 8);
+}
+
+TEST_F(SheetFiles, LoadedCircleIsStillRefused)
+{
+    enter("A1", u"=B1+1"_s);
+    Sheet loaded;
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), loaded).isComplete());
+    EXPECT_THROW(EnterCell(loaded, 1, 2, u"=A1"_s), SheetError);
+}
+
+struct DamageRow
+{
+    const char* name;
+    QByteArray bytes;
+    SheetReadResult::Status status;
+    QString reason;
+};
+
+void PrintTo(const DamageRow& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+class DamagedFiles : public SheetTest, public testing::WithParamInterface<DamageRow>
+{
+};
+
+TEST_P(DamagedFiles, StopWithAMessageAndKeepWhatCameBefore)
+{
+    const SheetReadResult result = ReadSheet(GetParam().bytes, sheet);
+    EXPECT_EQ(result.status, GetParam().status);
+    EXPECT_TRUE(result.message.contains(GetParam().reason)) << result.message.toStdString();
+    if (GetParam().status == SheetReadResult::Damaged) {
+        EXPECT_EQ(shown("A1"), u"before"_s); // every row puts this first
+    }
+}
+
+Bytes damagedStart()
+{
+    Bytes start;
+    start.header().cell(1, 1).text(101, "before");
+    return start;
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, DamagedFiles,
+    testing::Values(
+        DamageRow { "empty", QByteArray(), SheetReadResult::NotASheetFile, u"not a Tillane"_s },
+        DamageRow {
+            "otherFile", "Day,Rain\r\n"_ba, SheetReadResult::NotASheetFile, u"not a Tillane"_s },
+        DamageRow { "cutInsideTag", damagedStart().bytes() + "\x02\x00"_ba,
+            SheetReadResult::Damaged, u"ends in the middle of a record"_s },
+        DamageRow { "cutInsideText",
+            damagedStart().raw<qint32>(101).raw<qint16>(8).raw<quint16>(50).append("abc").bytes(),
+            SheetReadResult::Damaged, u"ends in the middle of a record"_s },
+        DamageRow { "unknownType",
+            damagedStart().raw<qint32>(201).raw<qint16>(99).raw<qint32>(0).bytes(),
+            SheetReadResult::Damaged, u"unknown type 99"_s },
+        DamageRow { "listLongerThanFile", damagedStart().int32(203, 1000000).bytes(),
+            SheetReadResult::Damaged, u"a list longer than the file"_s },
+        DamageRow { "negativeListCount", damagedStart().int32(204, -1).bytes(),
+            SheetReadResult::Damaged, u"a list longer than the file"_s },
+        DamageRow { "cellOutsideSheet", damagedStart().cell(257, 1).bytes(),
+            SheetReadResult::Damaged, u"a cell outside the sheet"_s },
+        DamageRow { "columnOutsideSheet", damagedStart().cell(1, 27).bytes(),
+            SheetReadResult::Damaged, u"a cell outside the sheet"_s },
+        DamageRow { "usedAreaOutsideSheet",
+            damagedStart().raw<qint32>(10).raw<qint16>(0).raw<qint16>(3).bytes(),
+            SheetReadResult::Damaged, u"a used area outside the sheet"_s },
+        DamageRow { "graphSlotFive", damagedStart().int32(13, 5).bytes(), SheetReadResult::Damaged,
+            u"a graph slot that does not exist"_s },
+        DamageRow { "graphLongerThanFile",
+            damagedStart()
+                .int32(13, 1)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint16>(1)
+                .raw<qint16>(2)
+                .raw<qint32>(2)
+                .raw<qint16>(1)
+                .raw<qint16>(2)
+                .raw<qint16>(0)
+                .raw<qint16>(0)
+                .raw<qint32>(5)
+                .raw<qint32>(1000)
+                .bytes(),
+            SheetReadResult::Damaged, u"a graph longer than the file"_s },
+        DamageRow { "unknownKind", damagedStart().int32(200, 7).bytes(), SheetReadResult::Damaged,
+            u"a cell of unknown kind"_s },
+        DamageRow { "textForNumber", damagedStart().text(201, "12").bytes(),
+            SheetReadResult::Damaged, u"a text where a number belongs"_s },
+        DamageRow { "numberForText", damagedStart().int32(202, 12).bytes(),
+            SheetReadResult::Damaged, u"a number where a text belongs"_s },
+        DamageRow { "hugeFontSize", damagedStart().real(107, 1e300).bytes(),
+            SheetReadResult::Damaged, u"a font size out of range"_s },
+        DamageRow { "notANumber", damagedStart().real(201, std::nan("")).bytes(),
+            SheetReadResult::Damaged, u"not finite"_s }),
+    [](const testing::TestParamInfo<DamageRow>& info) { return info.param.name; });
+
+TEST_F(SheetFiles, EveryTruncationStopsCleanlyAndKeepsEarlierCells)
+{
+    fillRichSheet(sheet);
+    const QByteArray bytes = SheetFileBytes(sheet);
+    // Where row 2 starts: the cells of row 1 are complete in every longer prefix.
+    const qsizetype rowTwo = bytes.indexOf(Bytes().cell(2, 1).bytes());
+    ASSERT_GT(rowTwo, 0);
+    int damaged = 0;
+    for (qsizetype length = 4; length < bytes.size(); ++length) {
+        Sheet partial;
+        const SheetReadResult result = ReadSheet(bytes.first(length), partial);
+        ASSERT_NE(result.status, SheetReadResult::NewerVersion) << length;
+        ASSERT_NE(result.status, SheetReadResult::NotASheetFile) << length;
+        damaged += result.status == SheetReadResult::Damaged;
+        if (length > rowTwo) {
+            ASSERT_EQ(partial.display(1, 1).Text, u"Day"_s) << length;
+        }
+    }
+    // Most cuts fall inside a record.
+    EXPECT_GT(damaged, bytes.size() / 2);
+}
+
+TEST_F(SheetFiles, SavedFileLoadsWithItsNameAndUnchanged)
+{
+    fillRichSheet(sheet);
+    const QString path = folder.filePath(u"Weather.qnc"_s);
+    EXPECT_TRUE(SaveSheetFile(sheet, path).isEmpty());
+    EXPECT_EQ(sheet.fileName(), path);
+    EXPECT_FALSE(sheet.isModified());
+    EXPECT_EQ(sheet.baseName(), u"Weather"_s);
+    Sheet loaded;
+    ASSERT_TRUE(LoadSheetFile(path, loaded).isComplete());
+    EXPECT_EQ(loaded.fileName(), path);
+    EXPECT_FALSE(loaded.isModified());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), SheetFileBytes(sheet));
+}
+
+TEST_F(SheetFiles, DamagedFileLeavesTheSheetUntitled)
+{
+    const QString path = folder.filePath(u"cut.qnc"_s);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(damagedStart().bytes() + "\x02"_ba);
+    file.close();
+    const SheetReadResult result = LoadSheetFile(path, sheet);
+    EXPECT_EQ(result.status, SheetReadResult::Damaged);
+    EXPECT_EQ(shown("A1"), u"before"_s);
+    EXPECT_TRUE(sheet.fileName().isEmpty());
+}
+
+TEST_F(SheetFiles, MissingFileIsUnreadable)
+{
+    const SheetReadResult result = LoadSheetFile(folder.filePath(u"none.qnc"_s), sheet);
+    EXPECT_EQ(result.status, SheetReadResult::Unreadable);
+    EXPECT_TRUE(result.message.contains(u"none.qnc"_s));
+}
+
+TEST_F(SheetFiles, FailedSaveKeepsThePreviousFile)
+{
+    const QString path = folder.filePath(u"kept.qnc"_s);
+    enter("A1", u"old"_s);
+    ASSERT_TRUE(SaveSheetFile(sheet, path).isEmpty());
+    const QByteArray previous = SheetFileBytes(sheet);
+    enter("A3", u"new"_s);
+
+    Io::SaveFaults::Scope faults;
+    ASSERT_TRUE(SaveSheetFile(sheet, folder.filePath(u"count.qnc"_s)).isEmpty());
+    const int writes = Io::SaveFaults::writesSeen();
+    ASSERT_GE(writes, 4); // the header and one write per row
+
+    sheet.setModified(true);
+    for (int failing = 1; failing <= writes; ++failing) {
+        Io::SaveFaults::reset();
+        Io::SaveFaults::failAtWrite(failing);
+        EXPECT_FALSE(SaveSheetFile(sheet, path).isEmpty()) << failing;
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), previous) << failing;
+        EXPECT_TRUE(sheet.isModified());
+    }
+    Io::SaveFaults::reset();
+    Io::SaveFaults::failAtCommit();
+    EXPECT_FALSE(SaveSheetFile(sheet, path).isEmpty());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), previous);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2); // no temporary left over
+}
+
+TEST_F(SheetFiles, ProgressRunsUpToOneHundred)
+{
+    fillRichSheet(sheet);
+    QList<int> saving;
+    const QString path = folder.filePath(u"progress.qnc"_s);
+    ASSERT_TRUE(SaveSheetFile(sheet, path, [&](int percent) { saving.append(percent); }).isEmpty());
+    ASSERT_EQ(saving.size(), sheet.usedRows());
+    EXPECT_EQ(saving.front(), 0);
+    EXPECT_TRUE(std::is_sorted(saving.begin(), saving.end()));
+    QList<int> loading;
+    Sheet loaded;
+    LoadSheetFile(path, loaded, [&](int percent) { loading.append(percent); });
+    EXPECT_TRUE(std::is_sorted(loading.begin(), loading.end()));
+    EXPECT_EQ(loading.back(), 100);
+}
+
+TEST_F(SheetFiles, FixtureOfVersion310LoadsAndWritesBackUnchanged)
+{
+    QFile file(QStringLiteral(QUORBIN_SHEET_TEST_DATA "/weather-v310.qnc"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    ASSERT_TRUE(ReadSheet(bytes, sheet).isComplete());
+    EXPECT_EQ(shown("A1"), u"Day"_s);
+    EXPECT_EQ(record("C9").Formula, u"=sum(C2:C8)"_s);
+    EXPECT_EQ(value("C9"), 27);
+    EXPECT_EQ(SheetFileBytes(sheet), bytes);
+}
+
+} // namespace
