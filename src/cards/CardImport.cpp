@@ -1,0 +1,60 @@
+#include "cards/CardImport.h"
+
+#include "cards/CardDatabase.h"
+#include "platform/dao/DaoError.h"
+#include "sheet/DelimitedFile.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace Bramlet {
+
+int ImportDelimitedFile(CardDatabase& cards, const QString& path)
+{
+    Tillane::DelimitedFile file;
+    file.setSeparator(Tillane::SeparatorForFile(path));
+    file.setFirstRowIsLabels(true);
+    if (!file.OpenFile(path))
+        throw Dao::DaoError::make(Dao::DaoError::FileNotFound, path);
+    // The columns' fields are found once, by label, before any card is added.
+    std::vector<std::shared_ptr<Dao::Field>> targets;
+    for (int column = 0; column < file.NumberOfFields(); ++column)
+        targets.push_back(column == 0 ? nullptr : cards.FieldWithLabel(file.FieldLabel(column)));
+
+    const auto& set = cards.MainTable();
+    const auto& workspace = cards.Workspace();
+    workspace->BeginTrans();
+    int added = 0;
+    int line = 1;
+    try {
+        QStringList values;
+        while (file.GetRecords(values)) {
+            ++line;
+            set->AddNew();
+            set->Fields(u"CardName"_s)->SetValue(values.value(0));
+            for (qsizetype column = 1; column < values.size(); ++column) {
+                const std::shared_ptr<Dao::Field> target
+                    = static_cast<size_t>(column) < targets.size()
+                    ? targets[static_cast<size_t>(column)]
+                    : nullptr;
+                if (target && !values[column].isEmpty())
+                    target->SetValue(values[column]);
+            }
+            set->Update();
+            ++added;
+        }
+    } catch (const Dao::DaoError& error) {
+        if (set->EditMode() != Dao::EditMode::None)
+            set->CancelUpdate();
+        workspace->Rollback();
+        file.CloseFile();
+        cards.OpenMainRecordSet();
+        throw Dao::DaoError(
+            error.number(), u"Line %1 of %2: %3"_s.arg(line).arg(path, error.description()));
+    }
+    workspace->CommitTrans();
+    file.CloseFile();
+    cards.OpenMainRecordSet();
+    return added;
+}
+
+} // namespace Bramlet

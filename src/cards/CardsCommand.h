@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+// The quorbin-cli verbs on card databases. `arguments` start at the verb "cards":
+//
+//   cards new FILE.qnd [--view 2|3|4]      a new, empty card file (view 3 unless given)
+//   cards import FILE.qnd IN.csv           adds a card per record (first row labels, first
+//                                          value the name, further values by field label);
+//                                          prints how many cards were added
+//   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION]
+//                                          the card set as comma-separated text, every item
+//                                          selected; the view defaults to the file's
+//   cards find FILE.qnd CONDITION          the names of the cards the condition selects, one
+//                                          a line, in card-set order
+//   cards info FILE.qnd                    "Version", "Cards", then a line per column: name,
+//                                          label, type code, separated by tabs
+//   cards compact FILE.qnd                 compacts the file in place
+//
+// A failure is one line on `err`, "Error <number>: <text>" with the engine's number, and
+// exit status 1; nothing already in the file is lost. Usage errors exit with 64.
+namespace Bramlet {
+
+enum CardsCommandStatus {
+    CardsCommandFailed = 1,
+    CardsUsageError = 64,
+};
+
+// Whether the arguments name these verbs ("cards").
+bool IsCardsCommand(const QStringList& arguments);
+
+int RunCardsCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+
+} // namespace Bramlet
