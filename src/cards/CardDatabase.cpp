@@ -35,6 +35,8 @@ CardDatabase::CardDatabase(Dao::DBEngine& engine, Compactor compactor)
 CardDatabase::~CardDatabase()
 {
     Close();
+    m_workspace->Close();
+    m_engine.Workspaces().Remove(m_workspace);
 }
 
 void CardDatabase::Close()

@@ -190,6 +190,20 @@ TEST_F(CardDatabaseTest, FileHeldExclusivelyElsewhereIsNotOpened)
     EXPECT_FALSE(cards.DataBase());
 }
 
+TEST_F(CardDatabaseTest, EachWindowHasItsOwnWorkspaceForItsLifetime)
+{
+    auto first = std::make_unique<CardDatabase>(m_engine);
+    {
+        CardDatabase second(m_engine);
+        ASSERT_EQ(m_engine.Workspaces().Count(), 2);
+        EXPECT_EQ(m_engine.Workspaces()(1)->Name(), u"Quorbin"_s);
+        EXPECT_EQ(m_engine.Workspaces()(1)->UserName(), u"Admin"_s);
+    }
+    EXPECT_EQ(m_engine.Workspaces().Count(), 1);
+    first.reset();
+    EXPECT_EQ(m_engine.Workspaces().Count(), 0);
+}
+
 TEST_F(CardDatabaseTest, NewerVersionOpensUnchanged)
 {
     {

@@ -81,6 +81,10 @@ public:
         std::erase(m_items, found);
     }
 
+    // Takes out this very item (not another of the same name): a closed workspace leaves
+    // the engine's Workspaces so.
+    void Remove(const Pointer& item) { std::erase(m_items, item); }
+
     // A snapshot of the items in order.
     std::vector<Pointer> items() const { return m_loader ? m_loader() : m_items; }
 
