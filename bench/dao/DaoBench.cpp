@@ -1,10 +1,12 @@
 // 100,000 cards through the engine: importing them, opening the file at its first card,
-// walking the whole card set, a LIKE query, FindNext from the top and Min/Max of a field.
+// walking the whole card set, a LIKE query, FindNext from the top, Min/Max of a field and
+// the card export's text (every user field in its display format, as comma-separated text).
 // compare_with_sqlite3.sh does the same work with the sqlite3 shell on the same file.
 //
 // The file is kept in $QUORBIN_BENCH_DAO_DIR when that is set (the comparison script reads
 // it there), else in a temporary folder.
 #include "platform/dao/DBEngine.h"
+#include "platform/runtime/Format.h"
 
 #include <QDir>
 #include <QFile>
@@ -203,6 +205,40 @@ void BM_MinMax(benchmark::State& state)
     }
 }
 BENCHMARK(BM_MinMax)->Unit(benchmark::kMillisecond);
+
+void BM_ExportText(benchmark::State& state)
+{
+    EnsureCards();
+    Engine engine;
+    auto database = engine.workspace->OpenDatabase(CardFile());
+    auto cards = database->OpenRecordset(CardSet);
+    std::vector<std::shared_ptr<Dao::Field>> fields;
+    std::vector<QString> formats;
+    for (const auto& field : cards->Fields().items()) {
+        if (field->Name().startsWith(u"Field"_s)) {
+            fields.push_back(field);
+            formats.push_back(field->Name() == u"Field7"_s ? u"General Number"_s
+                    : field->Name() == u"Field8"_s         ? u"dd MMM yyyy"_s
+                                                           : QString());
+        }
+    }
+    const auto name = cards->Fields(u"CardName"_s);
+    const QString out = QDir(Folder()).filePath(u"export.csv"_s);
+    for (auto _ : state) {
+        QString text = u"\"Card Name\""_s;
+        for (const auto& field : fields)
+            text += u",\""_s + field->Name() + u'"';
+        for (cards->MoveFirst(); !cards->IsEOF(); cards->MoveNext()) {
+            text += u"\r\n\""_s + name->Value().text() + u'"';
+            for (size_t i = 0; i < fields.size(); ++i)
+                text += u",\""_s + Runtime::Format(fields[i]->Value(), formats[i]) + u'"';
+        }
+        QFile file(out);
+        if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+            state.SkipWithError("the export could not be written");
+    }
+}
+BENCHMARK(BM_ExportText)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -48,6 +48,15 @@ timed WalkCardSet 'SELECT * FROM Quorbin_Card ORDER BY CardName;'
 timed LikeQuery "SELECT * FROM Quorbin_Card WHERE Field1 LIKE '%cat%' ORDER BY CardName;"
 timed FindNextFromTop "SELECT CardName FROM Quorbin_Card WHERE Field1 LIKE '% 99999' ORDER BY CardName LIMIT 1;"
 timed MinMax 'SELECT Min(Field7) AS MinValue, Max(Field7) AS MaxValue FROM Quorbin_Card;'
+# The export: every user field of every card as quoted comma-separated text in a file.
+export_sql=".headers on
+.mode csv
+.output $work/shell-export.csv
+SELECT CardName, Field1, Field2, Field3, Field4, Field5, Field6, Field7,
+    strftime('%d %m %Y', Field8 + 2415018.5) FROM Quorbin_Card ORDER BY CardName;
+.output /dev/null
+.mode list"
+timed ExportText "$export_sql"
 
 echo
 echo "engine (bench_dao, real time):"

@@ -44,7 +44,7 @@ std::shared_ptr<Field> Field::ForRecordset(const std::shared_ptr<Recordset>& rec
     field->m_ordinal = index;
     field->m_table = sourceTable;
     field->m_sourceField = sourceField;
-    field->m_recordset = recordset;
+    field->m_recordset = recordset.get();
     field->m_index = index;
     // A recordset field shows the properties of the table column it comes from.
     if (const auto core = recordset->core(); core && !sourceTable.isEmpty()) {
@@ -75,12 +75,11 @@ std::shared_ptr<DatabaseCore> Field::core() const
     return core;
 }
 
-std::shared_ptr<Recordset> Field::recordset() const
+Recordset* Field::recordset() const
 {
-    const auto recordset = m_recordset.lock();
-    if (!recordset || !recordset->IsOpen())
+    if (!m_recordset || !m_recordset->IsOpen())
         throw DaoError::make(DaoError::ObjectClosed);
-    return recordset;
+    return m_recordset;
 }
 
 Field::Schema Field::tableSchema() const
@@ -306,7 +305,7 @@ void Field::AppendChunk(const Runtime::Variant& data)
 {
     if (m_kind != Kind::RecordsetColumn)
         throw DaoError::make(DaoError::InvalidOperation);
-    const auto owner = recordset();
+    Recordset* owner = recordset();
     const Runtime::Variant current = owner->value(m_index);
     if (IsTextType(m_type.type)) {
         const QString text = current.isNull() ? QString() : current.text();

@@ -88,7 +88,7 @@ private:
     };
     Schema tableSchema() const; // a table column's schema as the file has it now
     std::shared_ptr<DatabaseCore> core() const;
-    std::shared_ptr<Recordset> recordset() const;
+    Recordset* recordset() const;
     void changeTableColumn(const std::function<void(Schema&)>& change, int newPosition);
 
     Kind m_kind = Kind::Detached;
@@ -100,7 +100,9 @@ private:
     std::weak_ptr<DatabaseCore> m_core;
     QString m_table; // a table column's table, or a recordset field's source table
     QString m_sourceField;
-    std::weak_ptr<Recordset> m_recordset;
+    // The recordset a recordset field belongs to; it clears this when it goes, so reading
+    // a value needs no reference counting (a walk reads millions of values).
+    Recordset* m_recordset = nullptr;
     int m_index = 0; // position in the recordset
     Collection<Property> m_properties { DaoError::PropertyNotFound };
 };

@@ -76,6 +76,8 @@ Recordset::~Recordset()
     } catch (...) {
         // Closing never fails in a way the caller could act on.
     }
+    for (const auto& field : m_ownFields)
+        field->m_recordset = nullptr;
 }
 
 std::shared_ptr<Recordset> Recordset::OpenTable(
@@ -121,9 +123,10 @@ std::shared_ptr<DatabaseCore> Recordset::core() const
 
 void Recordset::checkOpen() const
 {
+    // Closing the database closes its recordsets first, so an open recordset has an open
+    // file behind it.
     if (!m_open)
         throw DaoError::make(DaoError::ObjectClosed);
-    core();
 }
 
 bool Recordset::Updatable() const
@@ -278,6 +281,7 @@ void Recordset::makeFields()
         fields.push_back(Field::ForRecordset(self, static_cast<int>(i), column.name, column.type,
             column.required, column.allowZeroLength, column.sourceTable, column.sourceColumn));
     }
+    m_ownFields = fields;
     m_fields.attach([fields] { return fields; },
         [](const std::shared_ptr<Field>&) { throw DaoError::make(DaoError::InvalidOperation); },
         [](const std::shared_ptr<Field>&) { throw DaoError::make(DaoError::InvalidOperation); });
@@ -509,20 +513,22 @@ const std::vector<Variant>& Recordset::currentRow() const
             const qint64 key = m_keys[static_cast<size_t>(m_position)];
             if (!m_ahead.contains(key))
                 readAhead(m_position);
-            if (auto ahead = m_ahead.find(key); ahead != m_ahead.end()) {
-                m_row = ahead.value();
+            if (auto ahead = m_ahead.constFind(key); ahead != m_ahead.constEnd()) {
+                // Read in place: the batch stays unchanged until the row is left.
+                m_currentRow = &ahead.value();
             } else {
                 auto row = readRow(key);
                 if (!row)
                     throw DaoError::make(DaoError::RecordDeleted); // deleted by another user
                 m_row = std::move(*row);
+                m_currentRow = &m_row;
             }
         } else {
-            m_row = m_rows[static_cast<size_t>(m_position)];
+            m_currentRow = &m_rows[static_cast<size_t>(m_position)];
         }
         m_rowLoaded = true;
     }
-    return m_row;
+    return *m_currentRow;
 }
 
 void Recordset::readAhead(qint64 position) const
@@ -622,6 +628,7 @@ void Recordset::Edit()
     }
     m_ahead.remove(key);
     m_row = *row;
+    m_currentRow = &m_row;
     m_rowLoaded = true;
     m_buffer = *row;
     m_original = std::move(*row);

@@ -179,6 +179,7 @@ private:
     bool m_open = true;
     std::vector<Column> m_columns;
     Collection<Field> m_fields;
+    std::vector<std::shared_ptr<Field>> m_ownFields;
 
     // Keyed rows: the row ids of one table, in order.
     bool m_keyed = false;
@@ -196,6 +197,8 @@ private:
     bool m_currentDeleted = false;
     mutable bool m_rowLoaded = false;
     mutable std::vector<Runtime::Variant> m_row;
+    // The current row's values while m_rowLoaded: m_row, a row read ahead or a static row.
+    mutable const std::vector<Runtime::Variant>* m_currentRow = nullptr;
     // Rows read ahead, by row id, and the direction the last move went (+1 or -1).
     mutable QHash<qint64, std::vector<Runtime::Variant>> m_ahead;
     int m_direction = 1;
