@@ -177,7 +177,14 @@ void Recordset::openKeyed(const QString& table, const QStringList& columns, cons
     QStringList parameters;
     for (int i = 1; i <= ReadAheadRows; ++i)
         parameters.append(u'?' + QString::number(i));
-    m_aheadSql = u"SELECT rowid, "_s + quoted.join(u", "_s) + u" FROM "_s + QuoteIdentifier(table)
+    // Pictures are left out of a batch and read when asked for: a walk through cards with
+    // large pictures then neither reads nor holds them.
+    QStringList ahead;
+    for (qsizetype i = 0; i < quoted.size(); ++i) {
+        const bool picture = m_columns[static_cast<size_t>(i)].type.type == DataType::LongBinary;
+        ahead.append(picture ? u"NULL"_s : quoted[i]);
+    }
+    m_aheadSql = u"SELECT rowid, "_s + ahead.join(u", "_s) + u" FROM "_s + QuoteIdentifier(table)
         + u" WHERE rowid IN ("_s + parameters.join(u", "_s) + u")"_s;
     for (const auto& index : database->indexes(table)) {
         if (!index.required)
@@ -513,7 +520,7 @@ const std::vector<Variant>& Recordset::currentRow() const
             const qint64 key = m_keys[static_cast<size_t>(m_position)];
             if (!m_ahead.contains(key))
                 readAhead(m_position);
-            if (auto ahead = m_ahead.constFind(key); ahead != m_ahead.constEnd()) {
+            if (auto ahead = m_ahead.find(key); ahead != m_ahead.end()) {
                 // Read in place: the batch stays unchanged until the row is left.
                 m_currentRow = &ahead.value();
             } else {
@@ -524,7 +531,9 @@ const std::vector<Variant>& Recordset::currentRow() const
                 m_currentRow = &m_row;
             }
         } else {
-            m_currentRow = &m_rows[static_cast<size_t>(m_position)];
+            // A static row has every value read, so nothing is written through it.
+            m_currentRow
+                = const_cast<std::vector<Variant>*>(&m_rows[static_cast<size_t>(m_position)]);
         }
         m_rowLoaded = true;
     }
@@ -551,8 +560,10 @@ void Recordset::readAhead(qint64 position) const
         std::vector<Variant> row;
         row.reserve(m_columns.size());
         for (int i = 0; i < available; ++i) {
-            row.push_back(
-                FromStorage(statement.value(i + 1), m_columns[static_cast<size_t>(i)].type.type));
+            const DataType type = m_columns[static_cast<size_t>(i)].type.type;
+            // Empty marks a picture not read yet; a stored value is never Empty.
+            row.push_back(type == DataType::LongBinary ? Variant()
+                                                       : FromStorage(statement.value(i + 1), type));
         }
         row.resize(m_columns.size(), Variant::null());
         m_ahead.insert(statement.integer(0), std::move(row));
@@ -572,7 +583,19 @@ Variant Recordset::value(int index) const
         throw DaoError::make(DaoError::ItemNotFound);
     if (m_editMode != Dao::EditMode::None)
         return m_buffer[static_cast<size_t>(index)];
-    return currentRow()[static_cast<size_t>(index)];
+    const auto& row = currentRow();
+    const size_t column = static_cast<size_t>(index);
+    if (!row[column].isEmpty())
+        return row[column];
+    // A picture left out of the batch, read now and kept with the row.
+    Statement statement
+        = core()->connection().prepare(u"SELECT "_s + QuoteIdentifier(m_columns[column].name)
+            + u" FROM "_s + QuoteIdentifier(m_table) + u" WHERE rowid = ?1"_s);
+    statement.bind(1, m_keys[static_cast<size_t>(m_position)]);
+    if (!statement.step())
+        throw DaoError::make(DaoError::RecordDeleted);
+    m_currentRow->at(column) = FromStorage(statement.value(0), m_columns[column].type.type);
+    return m_currentRow->at(column);
 }
 
 void Recordset::setValue(int index, const Variant& value)

@@ -198,7 +198,7 @@ private:
     mutable bool m_rowLoaded = false;
     mutable std::vector<Runtime::Variant> m_row;
     // The current row's values while m_rowLoaded: m_row, a row read ahead or a static row.
-    mutable const std::vector<Runtime::Variant>* m_currentRow = nullptr;
+    mutable std::vector<Runtime::Variant>* m_currentRow = nullptr;
     // Rows read ahead, by row id, and the direction the last move went (+1 or -1).
     mutable QHash<qint64, std::vector<Runtime::Variant>> m_ahead;
     int m_direction = 1;
