@@ -22,6 +22,8 @@ constexpr int FindChunkLimit = 512;
 
 // Rows read in one go while walking: one read of the file per batch instead of per row.
 constexpr int ReadAheadRows = 64;
+// Pictures larger than this are read only when asked for, so that a batch stays small.
+constexpr int LargePictureBytes = 16384;
 
 QByteArray KeyBytes(qint64 key)
 {
@@ -177,12 +179,19 @@ void Recordset::openKeyed(const QString& table, const QStringList& columns, cons
     QStringList parameters;
     for (int i = 1; i <= ReadAheadRows; ++i)
         parameters.append(u'?' + QString::number(i));
-    // Pictures are left out of a batch and read when asked for: a walk through cards with
-    // large pictures then neither reads nor holds them.
+    // Large pictures are left out of a batch and read when asked for: a walk through cards
+    // with pictures then neither reads nor holds them. Each picture column gives two: the
+    // value when it is small (or Null), and whether it was left out.
     QStringList ahead;
     for (qsizetype i = 0; i < quoted.size(); ++i) {
-        const bool picture = m_columns[static_cast<size_t>(i)].type.type == DataType::LongBinary;
-        ahead.append(picture ? u"NULL"_s : quoted[i]);
+        if (m_columns[static_cast<size_t>(i)].type.type == DataType::LongBinary) {
+            const QString large
+                = u"length("_s + quoted[i] + u") > "_s + QString::number(LargePictureBytes);
+            ahead.append(u"CASE WHEN "_s + large + u" THEN NULL ELSE "_s + quoted[i] + u" END"_s);
+            ahead.append(u"coalesce("_s + large + u", 0)"_s);
+        } else {
+            ahead.append(quoted[i]);
+        }
     }
     m_aheadSql = u"SELECT rowid, "_s + ahead.join(u", "_s) + u" FROM "_s + QuoteIdentifier(table)
         + u" WHERE rowid IN ("_s + parameters.join(u", "_s) + u")"_s;
@@ -554,16 +563,18 @@ void Recordset::readAhead(qint64 position) const
         else
             statement.bind(i + 1, Variant::null());
     }
-    const int available
-        = std::min<int>(statement.columnCount() - 1, static_cast<int>(m_columns.size()));
+    const int available = statement.columnCount();
     while (statement.step()) {
         std::vector<Variant> row;
         row.reserve(m_columns.size());
-        for (int i = 0; i < available; ++i) {
-            const DataType type = m_columns[static_cast<size_t>(i)].type.type;
-            // Empty marks a picture not read yet; a stored value is never Empty.
-            row.push_back(type == DataType::LongBinary ? Variant()
-                                                       : FromStorage(statement.value(i + 1), type));
+        int result = 1;
+        for (size_t i = 0; i < m_columns.size() && result < available; ++i) {
+            const DataType type = m_columns[i].type.type;
+            Variant value = FromStorage(statement.value(result++), type);
+            // Empty marks a picture left out; a stored value is never Empty.
+            if (type == DataType::LongBinary && result < available && statement.integer(result++))
+                value = Variant();
+            row.push_back(std::move(value));
         }
         row.resize(m_columns.size(), Variant::null());
         m_ahead.insert(statement.integer(0), std::move(row));
