@@ -3,6 +3,7 @@
 #include "cards/CardCompaction.h"
 #include "cards/CardDatabase.h"
 #include "cards/CardExport.h"
+#include "cards/CardFields.h"
 #include "cards/CardImport.h"
 #include "platform/dao/DaoError.h"
 #include "platform/io/SafeFileWriter.h"
@@ -17,7 +18,9 @@ namespace Bramlet {
 
 namespace {
 
-const QString Usage = u"usage: quorbin-cli cards new FILE.qnd [--view 2|3|4]\n"
+constexpr int StartingFields = 6;
+
+const QString Usage = u"usage: quorbin-cli cards new FILE.qnd [--view 2|3|4] [--labels L1,L2,...]\n"
                       u"       quorbin-cli cards import FILE.qnd IN.csv\n"
                       u"       quorbin-cli cards export FILE.qnd OUT.csv [--view 2|3|4] "
                       u"[--where CONDITION]\n"
@@ -37,6 +40,7 @@ struct Options
     QStringList words;
     std::optional<int> view;
     std::optional<QString> where;
+    std::optional<QStringList> labels;
     bool valid = true;
 };
 
@@ -45,7 +49,7 @@ Options ReadOptions(const QStringList& arguments)
     Options options;
     for (qsizetype i = 2; i < arguments.size(); ++i) {
         const QString& word = arguments[i];
-        if (word == u"--view"_s || word == u"--where"_s) {
+        if (word == u"--view"_s || word == u"--where"_s || word == u"--labels"_s) {
             if (i + 1 >= arguments.size()) {
                 options.valid = false;
                 break;
@@ -53,6 +57,12 @@ Options ReadOptions(const QStringList& arguments)
             const QString value = arguments[++i];
             if (word == u"--where"_s) {
                 options.where = value;
+            } else if (word == u"--labels"_s) {
+                QStringList labels = value.split(u',');
+                for (QString& label : labels)
+                    label = label.trimmed();
+                options.valid = options.valid && labels.size() <= StartingFields;
+                options.labels = labels;
             } else {
                 bool number = false;
                 const int view = value.toInt(&number);
@@ -64,6 +74,21 @@ Options ReadOptions(const QStringList& arguments)
         }
     }
     return options;
+}
+
+// A new file's six starting text fields all read "Field Label"; a teacher naming them up
+// front can import a class list straight away, since import matches columns by label.
+void LabelStartingFields(Dao::DBEngine& engine, const QString& path, const QStringList& labels)
+{
+    CardDatabase cards(engine);
+    cards.OpenCardDatabase(path);
+    for (qsizetype index = 0; index < labels.size(); ++index) {
+        if (labels[index].isEmpty())
+            continue;
+        const auto field = cards.MainTableDef()->Fields(u"Field"_s + QString::number(index + 1));
+        if (field)
+            SetFieldLabel(*field, labels[index]);
+    }
 }
 
 // Applies a condition to the card set as the query builder's queries are applied.
@@ -79,8 +104,12 @@ int Run(const QString& verb, const Options& options, QTextStream& out, QTextStre
     const QStringList& words = options.words;
     if (verb == u"new"_s && words.size() == 1 && !options.where) {
         CardDatabase(engine).CreateCardDatabase(words[0], options.view.value_or(3));
+        if (options.labels)
+            LabelStartingFields(engine, words[0], *options.labels);
         return 0;
     }
+    if (options.labels)
+        return UsageFailure(err);
     if (verb == u"import"_s && words.size() == 2 && !options.view && !options.where) {
         CardDatabase cards(engine);
         cards.OpenCardDatabase(words[0]);

@@ -5,7 +5,9 @@
 
 // The quorbin-cli verbs on card databases. `arguments` start at the verb "cards":
 //
-//   cards new FILE.qnd [--view 2|3|4]      a new, empty card file (view 3 unless given)
+//   cards new FILE.qnd [--view 2|3|4] [--labels L1,L2,...]
+//                                          a new, empty card file (view 3 unless given);
+//                                          the labels name the six starting fields in order
 //   cards import FILE.qnd IN.csv           adds a card per record (first row labels, first
 //                                          value the name, further values by field label);
 //                                          prints how many cards were added

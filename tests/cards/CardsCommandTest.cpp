@@ -72,6 +72,29 @@ TEST_F(CardsCommandTest, TeachersRoundTrip)
     EXPECT_EQ(run({ u"find"_s, file, u"CardName < 'S'"_s }).out, u"Bobcat\nRex\n"_s);
 }
 
+TEST_F(CardsCommandTest, LabelsNameTheStartingFieldsSoImportFindsThem)
+{
+    const QString file = path(u"pets.qnd"_s);
+    ASSERT_EQ(run({ u"new"_s, file, u"--labels"_s, u"Animal, ,Legs"_s }).status, 0);
+    const Result info = run({ u"info"_s, file });
+    EXPECT_TRUE(info.out.contains(
+        u"\nField1\tAnimal\t3\nField2\tField Label\t3\nField3\tLegs\t3\nField4\tField Label\t3\n"_s))
+        << info.out.toStdString();
+
+    const QString csv = write(u"pets.csv"_s, "Name,legs,ANIMAL\r\nPolly,2,parrot\r\nRex,4,dog\r\n");
+    ASSERT_EQ(run({ u"import"_s, file, csv }).status, 0);
+    EXPECT_EQ(run({ u"find"_s, file, u"Field3 = '2' AND Field1 = 'Parrot'"_s }).out, u"Polly\n"_s);
+}
+
+TEST_F(CardsCommandTest, LabelsAreRefusedWhenTooManyOrOnAnotherVerb)
+{
+    const QString file = path(u"pets.qnd"_s);
+    EXPECT_EQ(run({ u"new"_s, file, u"--labels"_s, u"a,b,c,d,e,f,g"_s }).status, 64);
+    EXPECT_FALSE(QFile::exists(file));
+    ASSERT_EQ(run({ u"new"_s, file }).status, 0);
+    EXPECT_EQ(run({ u"info"_s, file, u"--labels"_s, u"a"_s }).status, 64);
+}
+
 TEST_F(CardsCommandTest, ExportViewFollowsTheFileUnlessGiven)
 {
     const QString file = path(u"class.qnd"_s);

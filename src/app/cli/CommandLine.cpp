@@ -1,0 +1,65 @@
+#include "app/cli/CommandLine.h"
+
+#include "app/cli/ConversionCommands.h"
+#include "cards/CardsCommand.h"
+#include "sheet/SheetCommands.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace Cli {
+
+QString HelpText()
+{
+    return uR"(usage: quorbin-cli VERB ...
+
+Conversions, as cells, fields and counts show values:
+  format VALUE FORMAT            VALUE (a number, a date, or a date and time, as typed) in
+                                 FORMAT, e.g. format 0.5 "0.00" prints 0.50
+  val TEXT                       the number at the start of TEXT, e.g. val "  12kg" prints 12
+  str NUMBER                     NUMBER with its sign position, e.g. str 0.5 prints " .5"
+
+Spreadsheets:
+  eval EXPR                      the value of an expression, as a formula inserts it
+  sheet convert IN OUT           IN and OUT .qnc, .csv or .txt (tab-separated)
+  sheet get FILE.qnc CELL        shown text, kind, value and formula of one cell
+  sheet set FILE.qnc CELL TEXT   enters TEXT as typed, recalculates and saves
+
+Card databases:
+  cards new FILE.qnd [--view 2|3|4]
+  cards import FILE.qnd IN.csv   first row labels, first value the card name
+  cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION]
+  cards find FILE.qnd CONDITION  names of the cards the condition selects
+  cards info FILE.qnd            version, card count and fields
+  cards compact FILE.qnd
+
+  --help                         this text
+
+Exit status 0 on success. A usage error exits 2 (64 for the eval, sheet and cards verbs,
+whose low numbers report the evaluator's error codes and failed commands).
+)"_s;
+}
+
+int RunCommandLine(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    if (arguments.isEmpty()) {
+        err << u"usage: quorbin-cli VERB ... (quorbin-cli --help lists the verbs)"_s << Qt::endl;
+        return 2;
+    }
+    const QString& verb = arguments.first();
+    if (verb == u"--help"_s || verb == u"-h"_s || verb == u"help"_s) {
+        out << HelpText();
+        out.flush();
+        return 0;
+    }
+    if (IsConversionCommand(arguments))
+        return RunConversionCommand(arguments, out, err);
+    if (Tillane::IsSheetCommand(arguments))
+        return Tillane::RunSheetCommand(arguments, out, err);
+    if (Bramlet::IsCardsCommand(arguments))
+        return Bramlet::RunCardsCommand(arguments, out, err);
+    err << u"quorbin-cli: unknown verb \""_s << verb << u"\" (quorbin-cli --help lists the verbs)"_s
+        << Qt::endl;
+    return 2;
+}
+
+} // namespace Cli

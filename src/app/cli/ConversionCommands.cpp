@@ -1,0 +1,70 @@
+#include "app/cli/ConversionCommands.h"
+
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/Format.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace Cli {
+
+namespace {
+
+constexpr int UsageError = 2;
+
+int usage(QTextStream& err, const QString& text)
+{
+    err << u"usage: quorbin-cli "_s << text << Qt::endl;
+    return UsageError;
+}
+
+// What a pupil's typed entry is taken to be: a number when it reads as one, else a date
+// (or date and time) in the host locale, else the text itself.
+Runtime::Variant TypedEntry(const QString& text)
+{
+    if (Runtime::IsNumeric(text))
+        return Runtime::Variant(Runtime::CDbl(text));
+    if (Runtime::IsDate(text))
+        return Runtime::Variant::date(Runtime::CDate(text));
+    return Runtime::Variant(text);
+}
+
+} // namespace
+
+bool IsConversionCommand(const QStringList& arguments)
+{
+    if (arguments.isEmpty())
+        return false;
+    const QString& verb = arguments.first();
+    return verb == u"format"_s || verb == u"val"_s || verb == u"str"_s;
+}
+
+int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    const QString verb = arguments.value(0);
+    if (verb == u"format"_s) {
+        if (arguments.size() != 3)
+            return usage(err, u"format VALUE FORMAT"_s);
+        out << Runtime::Format(TypedEntry(arguments[1]), arguments[2]) << Qt::endl;
+        return 0;
+    }
+    if (verb == u"val"_s) {
+        if (arguments.size() != 2)
+            return usage(err, u"val TEXT"_s);
+        out << Runtime::GeneralNumber(Runtime::Val(arguments[1])) << Qt::endl;
+        return 0;
+    }
+    if (verb == u"str"_s) {
+        if (arguments.size() != 2)
+            return usage(err, u"str NUMBER"_s);
+        if (!Runtime::IsNumeric(arguments[1])) {
+            err << u"quorbin-cli str: not a number: "_s << arguments[1] << Qt::endl;
+            return UsageError;
+        }
+        out << Runtime::Str(Runtime::CDbl(arguments[1])) << Qt::endl;
+        return 0;
+    }
+    return usage(err, u"format|val|str ..."_s);
+}
+
+} // namespace Cli
