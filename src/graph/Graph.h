@@ -118,6 +118,9 @@ public:
     // Plays the current picture into a new enhanced metafile file of the same size. Returns
     // the empty string on success, else why the file was not written.
     QString ExportGraph(const QString& fileName);
+    // The current picture played into a new picture of the same size, for the clipboard or a
+    // drag; the caller owns it.
+    std::unique_ptr<Emf::Picture> CopyPicture();
 
     // Column 0..4 sorts ascending by that column (numbers by value, else text without case),
     // leaving empty cells in place; -1 restores the order of entry; anything else does nothing.
