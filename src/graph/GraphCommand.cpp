@@ -25,9 +25,10 @@ namespace Ormsey {
 
 namespace {
 
-constexpr auto Syntax = u"graph convert IN OUT [--type bar|pie|line|scatter] "
-                        u"[--bar solid|barline|histogram] [--3d] [--title TEXT] [--no-colour] "
-                        u"[--legend] [--width PX]";
+constexpr QStringView Syntax
+    = u"graph convert IN OUT [--type bar|pie|line|scatter] "
+      u"[--bar solid|barline|histogram] [--3d] [--title TEXT] [--no-colour] "
+      u"[--legend] [--width PX]";
 
 // Wider pictures than this are not a classroom graph but a mistyped number.
 constexpr int MaximumWidth = 20000;

@@ -1,0 +1,503 @@
+#include "frame/FrameSettings.h"
+#include "graph/Graph.h"
+#include "platform/io/SaveFaults.h"
+#include "platform/runtime/Error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Ormsey::Graph;
+
+namespace {
+
+// A new graph's file, before its series and rows.
+const QByteArray NewGraphHeader = "[Ormsey Data File]\r\n"
+                                  "\r\n"
+                                  "GraphTitle = \r\n"
+                                  "Label1 = \r\n"
+                                  "Label2 = \r\n"
+                                  "GraphType = BarChart\r\n"
+                                  "BarType = Solid Bars\r\n"
+                                  "JoinPoints = False\r\n"
+                                  "3D = False\r\n"
+                                  "AutoScale = True\r\n"
+                                  "UseColour = True\r\n"
+                                  "DisplayLegend = False\r\n"
+                                  "DisplayLineOfBestFit = False\r\n"
+                                  "DisplayCorrelation = False\r\n"
+                                  "PieLabels = Labels\r\n"
+                                  "PieStartingAngle = 90\r\n"
+                                  "3DPieElevation = 45\r\n"
+                                  "3DPieRotation = 0\r\n"
+                                  "PointType = Cross\r\n"
+                                  "3DBackgroundColour = &HFFC080\r\n"
+                                  "HistogramColour = &HFF\r\n"
+                                  "Minimum Value0 =  0\r\n"
+                                  "Maximum Value0 =  0\r\n"
+                                  "Minimum Value1 =  0\r\n"
+                                  "Maximum Value1 =  0\r\n"
+                                  "Font Name = Arial\r\n";
+
+void FillFruit(Graph& graph)
+{
+    graph.Data(0, 0, u"Apples"_s);
+    graph.Data(0, 1, u"12"_s);
+    graph.Data(1, 0, u"Pears"_s);
+    graph.Data(1, 1, u"7"_s);
+}
+
+class GraphFileTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Frame::Settings().ColourTable = { { u"RED"_s, 255 }, { u"LIGHT BLUE"_s, 16760960 } };
+    }
+    void TearDown() override { Frame::Settings() = {}; }
+
+    // Every field the file holds, as one comparable text.
+    static QStringList Fields(Graph& graph)
+    {
+        QStringList fields { QString::number(graph.GraphType()),
+            QString::number(graph.BarChartType()), QString::number(graph.PieLabels),
+            QString::number(graph.PointType), QString::number(graph.PieStartingAngle),
+            QString::number(graph.PieElevation3D), QString::number(graph.PieRotation3D),
+            QString::number(graph.JoinPoints), QString::number(graph.Graph3D()),
+            QString::number(graph.AutoScale), QString::number(graph.UseColour),
+            QString::number(graph.DisplayLegend()), QString::number(graph.DisplayLineOfBestFit()),
+            QString::number(graph.DisplayCorrelation()), QString::number(graph.BackgroundColour3D),
+            QString::number(graph.HistogramColour), QString::number(graph.AxisMinimum[0]),
+            QString::number(graph.AxisMaximum[0]), QString::number(graph.AxisMinimum[1]),
+            QString::number(graph.AxisMaximum[1]), graph.GraphFont(), graph.GraphTitle(),
+            graph.HorizontalAxisLabel(), graph.VerticalAxisLabel(),
+            QString::number(graph.NumberOfDataSeries()) };
+        for (int k = 1; k <= Graph::SeriesCount; ++k)
+            fields << graph.DataSeriesLabel(k);
+        for (int r = 0; r < Graph::RowCount; ++r)
+            for (int c = 0; c < Graph::ColumnCount; ++c)
+                if (!graph.Data(r, c).isEmpty())
+                    fields << u"%1,%2=%3"_s.arg(r).arg(c).arg(graph.Data(r, c));
+        return fields;
+    }
+
+    static QByteArray ReadFile(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+    }
+};
+
+TEST_F(GraphFileTest, NewGraphWithTwoRowsIsWrittenByteForByte)
+{
+    Graph graph;
+    FillFruit(graph);
+    EXPECT_EQ(graph.GraphDataBytes(),
+        NewGraphHeader
+            + "NumberOfDataSeries = 1\r\n"
+              "DataSeries1 = Series 1\r\n"
+              "Row1 = \"Apples\",\"12\"\r\n"
+              "Row2 = \"Pears\",\"7\"\r\n");
+}
+
+TEST_F(GraphFileTest, EveryOptionHasItsSpelling)
+{
+    Graph graph;
+    graph.GraphTitle(u"Pets by year"_s);
+    graph.HorizontalAxisLabel(u"Year"_s);
+    graph.VerticalAxisLabel(u"Pets"_s);
+    graph.GraphType(Graph::PieChart);
+    graph.Graph3D(true);
+    graph.BarChartType(Graph::Histogram);
+    graph.JoinPoints = true;
+    graph.AutoScale = false;
+    graph.UseColour = false;
+    graph.DisplayLegend(true);
+    graph.DisplayLineOfBestFit(true);
+    graph.DisplayCorrelation(true);
+    graph.PieLabels = Graph::LabelsAndPercentages;
+    graph.PieStartingAngle = -30;
+    graph.PieElevation3D = 0;
+    graph.PieRotation3D = 15;
+    graph.PointType = Graph::NoPoint;
+    graph.BackgroundColour3D = 0xC0C0C0;
+    graph.HistogramColour = -1;
+    graph.AxisMinimum = { -2.5, 0.5 };
+    graph.AxisMaximum = { 1e20, 100 };
+    graph.GraphFont(u"Liberation Serif"_s);
+    graph.NumberOfDataSeries(3);
+    graph.DataSeriesLabel(2, u"Dogs"_s);
+    graph.Data(0, 0, u"Pears"_s);
+    graph.Data(0, 1, u"7"_s);
+    graph.Data(0, 3, u"3"_s);
+    graph.Data(0, 4, u"not written"_s);
+    graph.Data(4, 2, u"1"_s);
+    graph.Data(9, 4, u"only beyond the count"_s);
+    EXPECT_EQ(graph.GraphDataBytes(),
+        "[Ormsey Data File]\r\n"
+        "\r\n"
+        "GraphTitle = Pets by year\r\n"
+        "Label1 = Year\r\n"
+        "Label2 = Pets\r\n"
+        "GraphType = PieChart\r\n"
+        "BarType = Histogram\r\n"
+        "JoinPoints = True\r\n"
+        "3D = True\r\n"
+        "AutoScale = False\r\n"
+        "UseColour = False\r\n"
+        "DisplayLegend = True\r\n"
+        "DisplayLineOfBestFit = True\r\n"
+        "DisplayCorrelation = True\r\n"
+        "PieLabels = Labels and Percentages\r\n"
+        "PieStartingAngle =-30\r\n"
+        "3DPieElevation = 0\r\n"
+        "3DPieRotation = 15\r\n"
+        "PointType = None\r\n"
+        "3DBackgroundColour = &HC0C0C0\r\n"
+        "HistogramColour = &HFFFFFFFF\r\n"
+        "Minimum Value0 = -2.5\r\n"
+        "Maximum Value0 =  1E+20\r\n"
+        "Minimum Value1 =  .5\r\n"
+        "Maximum Value1 =  100\r\n"
+        "Font Name = Liberation Serif\r\n"
+        "NumberOfDataSeries = 3\r\n"
+        "DataSeries1 = Series 1\r\n"
+        "DataSeries2 = Dogs\r\n"
+        "DataSeries3 = Series 3\r\n"
+        "Row1 = \"Pears\",\"7\",\"\",\"3\"\r\n"
+        "Row5 = \"\",\"\",\"1\",\"\"\r\n");
+}
+
+TEST_F(GraphFileTest, TextsAreWrittenAsUtf8AndLineBreaksBecomeBlanks)
+{
+    Graph graph;
+    graph.GraphTitle(u"Größe\r\nRow1 = \"x\""_s);
+    graph.Data(0, 0, u"café"_s);
+    graph.Data(0, 1, u"1"_s);
+    const QByteArray bytes = graph.GraphDataBytes();
+    EXPECT_TRUE(bytes.contains("GraphTitle = Gr\xC3\xB6\xC3\x9F\x65  Row1 = \"x\"\r\n"));
+    EXPECT_TRUE(bytes.contains("Row1 = \"caf\xC3\xA9\",\"1\"\r\n"));
+    Graph loaded;
+    loaded.LoadGraphDataBytes(bytes);
+    EXPECT_EQ(loaded.Data(0, 0), u"café"_s);
+}
+
+struct RoundTripRow
+{
+    const char* name;
+    std::function<void(Graph&)> fill;
+};
+
+class RoundTripTest : public GraphFileTest, public testing::WithParamInterface<RoundTripRow>
+{
+};
+
+TEST_P(RoundTripTest, LoadingTheSavedFileGivesTheSameGraphAndTheSameBytes)
+{
+    Graph graph;
+    GetParam().fill(graph);
+    const QByteArray bytes = graph.GraphDataBytes();
+    Graph loaded;
+    loaded.LoadGraphDataBytes(bytes);
+    EXPECT_EQ(Fields(loaded), Fields(graph));
+    EXPECT_EQ(loaded.GraphDataBytes(), bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, RoundTripTest,
+    testing::Values(RoundTripRow { "Fruit", [](Graph& g) { FillFruit(g); } },
+        RoundTripRow { "Gaps",
+            [](Graph& g) {
+                g.Data(0, 0, u"a"_s);
+                g.Data(5, 1, u"5"_s);
+                g.Data(255, 0, u"last"_s);
+            } },
+        RoundTripRow { "QuotesInsideCells",
+            [](Graph& g) {
+                g.Data(0, 0, u"say \"hi\""_s);
+                g.Data(0, 1, u"\"12"_s);
+            } },
+        RoundTripRow { "BlanksInsideRowFields",
+            [](Graph& g) {
+                g.Data(0, 0, u" padded "_s);
+                g.Data(0, 1, u"3"_s);
+            } },
+        RoundTripRow { "FourSeries",
+            [](Graph& g) {
+                g.NumberOfDataSeries(4);
+                for (int c = 0; c < 5; ++c)
+                    g.Data(2, c, QString::number(c * 1.5));
+                g.DataSeriesLabel(4, u"Fourth"_s);
+            } },
+        RoundTripRow { "ScattergramOptions",
+            [](Graph& g) {
+                g.GraphType(Graph::Scattergram);
+                g.PointType = Graph::Circle;
+                g.AxisMinimum = { -1e-7, 3.25 };
+                g.AxisMaximum = { 123456789012345.0, -0.5 };
+                g.DisplayLineOfBestFit(true);
+                g.Data(0, 0, u"140"_s);
+                g.Data(0, 1, u"138"_s);
+            } },
+        RoundTripRow { "PieOptions",
+            [](Graph& g) {
+                g.GraphType(Graph::PieChart);
+                g.Graph3D(true);
+                g.PieLabels = Graph::NoLabels;
+                g.PieStartingAngle = -90;
+                g.PieElevation3D = 30;
+                g.PieRotation3D = -15;
+                g.UseColour = false;
+                g.Data(0, 0, u"Cats"_s);
+                g.Data(0, 1, u"4"_s);
+            } }),
+    [](const testing::TestParamInfo<RoundTripRow>& info) { return info.param.name; });
+
+TEST_F(GraphFileTest, GapsKeepTheirRowNumbers)
+{
+    Graph graph;
+    graph.Data(0, 0, u"a"_s);
+    graph.Data(0, 1, u"1"_s);
+    graph.Data(5, 0, u"b"_s);
+    graph.Data(5, 1, u"2"_s);
+    const QByteArray bytes = graph.GraphDataBytes();
+    EXPECT_TRUE(bytes.contains("Row1 = "));
+    EXPECT_TRUE(bytes.contains("Row6 = "));
+    EXPECT_FALSE(bytes.contains("Row2 = "));
+    Graph loaded;
+    loaded.LoadGraphDataBytes(bytes);
+    EXPECT_EQ(loaded.Data(5, 0), u"b"_s);
+    EXPECT_EQ(loaded.NoOfItems(), 2);
+}
+
+struct ReadRow
+{
+    const char* name;
+    QByteArray lines; // after the section header
+    std::function<QString(Graph&)> field;
+    QString expected;
+};
+
+class ReadingTest : public GraphFileTest, public testing::WithParamInterface<ReadRow>
+{
+};
+
+TEST_P(ReadingTest, FollowsTheProfileRules)
+{
+    Graph graph;
+    graph.LoadGraphDataBytes("[Ormsey Data File]\r\n" + GetParam().lines);
+    EXPECT_EQ(GetParam().field(graph), GetParam().expected);
+}
+
+QString Number(double value)
+{
+    return QString::number(value);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, ReadingTest,
+    testing::Values(ReadRow { "BlanksAroundValueDropped", "GraphTitle =   Fruit  \r\n",
+                        [](Graph& g) { return g.GraphTitle(); }, u"Fruit"_s },
+        ReadRow { "KeysWithoutCase", "graphtitle=Fruit\n", [](Graph& g) { return g.GraphTitle(); },
+            u"Fruit"_s },
+        ReadRow { "OuterQuotesDropped", "Label1 = \"Year\"\r\n",
+            [](Graph& g) { return g.HorizontalAxisLabel(); }, u"Year"_s },
+        ReadRow { "TypeInCapitals", "GraphType = PIECHART\r\n",
+            [](Graph& g) { return Number(g.GraphType()); }, u"1"_s },
+        ReadRow { "UnknownTypeIsBar", "GraphType = Doughnut\r\n",
+            [](Graph& g) { return Number(g.GraphType()); }, u"0"_s },
+        ReadRow { "ScattergramType", "GraphType = scattergram\r\n",
+            [](Graph& g) { return Number(g.GraphType()); }, u"3"_s },
+        ReadRow { "BarLine", "BarType = bar line\r\n",
+            [](Graph& g) { return Number(g.BarChartType()); }, u"1"_s },
+        ReadRow { "UnknownPieLabelsAreLabels", "PieLabels = Sometimes\r\n",
+            [](Graph& g) { return Number(g.PieLabels); }, u"1"_s },
+        ReadRow {
+            "MissingPieLabelsAreLabels", "", [](Graph& g) { return Number(g.PieLabels); }, u"1"_s },
+        ReadRow { "PercentagesPieLabels", "PieLabels = PERCENTAGES\r\n",
+            [](Graph& g) { return Number(g.PieLabels); }, u"2"_s },
+        ReadRow { "MissingPointTypeIsSinglePoint", "", [](Graph& g) { return Number(g.PointType); },
+            u"1"_s },
+        ReadRow { "PointTypeNone", "PointType = none\r\n",
+            [](Graph& g) { return Number(g.PointType); }, u"3"_s },
+        ReadRow { "FlagInAnyCase", "3D = TRUE\r\nGraphType = LineGraph\r\n",
+            [](Graph& g) { return Number(g.Graph3D()); }, u"1"_s },
+        ReadRow { "FlagOtherWordIsFalse", "UseColour = yes\r\n",
+            [](Graph& g) { return Number(g.UseColour); }, u"0"_s },
+        ReadRow { "MissingFlagIsFalse", "", [](Graph& g) { return Number(g.AutoScale); }, u"0"_s },
+        ReadRow { "AngleRoundsHalfToEven", "PieStartingAngle = 22.5\r\n",
+            [](Graph& g) { return Number(g.PieStartingAngle); }, u"22"_s },
+        ReadRow { "NegativeAngle", "PieStartingAngle =-30\r\n",
+            [](Graph& g) { return Number(g.PieStartingAngle); }, u"-30"_s },
+        ReadRow {
+            "MissingAngleIsZero", "", [](Graph& g) { return Number(g.PieElevation3D); }, u"0"_s },
+        ReadRow { "HexColour", "HistogramColour = &HFF\r\n",
+            [](Graph& g) { return Number(g.HistogramColour); }, u"255"_s },
+        ReadRow { "LowerCaseHexColour", "3DBackgroundColour = &hc0c0c0\r\n",
+            [](Graph& g) { return QString::number(g.BackgroundColour3D); }, u"12632256"_s },
+        ReadRow { "TopBitColour", "HistogramColour = &HFFFFFFFF\r\n",
+            [](Graph& g) { return Number(g.HistogramColour); }, u"-1"_s },
+        ReadRow { "MissingColourIsBlack", "", [](Graph& g) { return Number(g.HistogramColour); },
+            u"0"_s },
+        ReadRow { "AxisValue", "Maximum Value1 =  1E+20\r\n",
+            [](Graph& g) { return Number(g.AxisMaximum[1]); }, u"1e+20"_s },
+        ReadRow { "MissingFontIsEmpty", "", [](Graph& g) { return g.GraphFont(); }, QString() },
+        ReadRow { "SeriesCountAtLeastOne", "NumberOfDataSeries = 0\r\n",
+            [](Graph& g) { return Number(g.NumberOfDataSeries()); }, u"1"_s },
+        ReadRow { "SeriesCountHeldToFour", "NumberOfDataSeries = 9\r\n",
+            [](Graph& g) { return Number(g.NumberOfDataSeries()); }, u"4"_s },
+        ReadRow { "SeriesLabelBeyondTheCountIsRead", "DataSeries4 = Fish\r\n",
+            [](Graph& g) { return g.DataSeriesLabel(4); }, u"Fish"_s },
+        ReadRow { "EmptySeriesLabelKeepsDefault", "DataSeries2 = \r\n",
+            [](Graph& g) { return g.DataSeriesLabel(2); }, u"Series 2"_s },
+        ReadRow { "RowWithoutSeparator", "Row3 = \"Alone\"\r\n",
+            [](Graph& g) { return g.Data(2, 0); }, u"Alone"_s },
+        ReadRow { "RowEndingInEmptyField", "Row1 = \"a\",\"\"\r\n",
+            [](Graph& g) { return g.Data(0, 0) + u'|' + g.Data(0, 1); }, u"a|"_s },
+        ReadRow { "RowFieldsBeyondTheCountAreRead", "Row1 = \"a\",\"1\",\"2\",\"3\",\"4\"\r\n",
+            [](Graph& g) { return g.Data(0, 4); }, u"4"_s },
+        ReadRow { "SeparatorSetsNonInteger", "Row1 = \"a\",\"1\"\r\n",
+            [](Graph& g) { return Number(g.HasNonIntegerData); }, u"1"_s },
+        ReadRow { "LinesOutsideTheSectionIgnored", "[Other]\r\nGraphTitle = Elsewhere\r\n",
+            [](Graph& g) { return g.GraphTitle(); }, QString() },
+        ReadRow { "Windows1252Title", "GraphTitle = Gr\xF6\xDF\x65\r\n",
+            [](Graph& g) { return g.GraphTitle(); }, u"Größe"_s }),
+    [](const testing::TestParamInfo<ReadRow>& info) { return info.param.name; });
+
+TEST_F(GraphFileTest, LongTitleIsCutTo254Characters)
+{
+    Graph graph;
+    const QString title = QString(300, u'T');
+    graph.GraphTitle(title);
+    Graph loaded;
+    loaded.LoadGraphDataBytes(graph.GraphDataBytes());
+    EXPECT_EQ(loaded.GraphTitle(), title.left(254));
+}
+
+TEST_F(GraphFileTest, FileWithoutTheSectionLoadsAsAnEmptyBarChart)
+{
+    Graph graph;
+    graph.GraphType(Graph::PieChart);
+    FillFruit(graph);
+    graph.LoadGraphDataBytes("just some text\r\nGraphType = PieChart\r\n");
+    EXPECT_EQ(graph.GraphType(), Graph::BarChart);
+    EXPECT_FALSE(graph.GraphHasData());
+    EXPECT_EQ(graph.GraphFont(), QString());
+    EXPECT_TRUE(graph.PictureStale);
+}
+
+TEST_F(GraphFileTest, MissingRowEmptiesOnlyTheFirstTwoCells)
+{
+    Graph graph;
+    graph.Data(0, 0, u"a"_s);
+    graph.Data(0, 1, u"1"_s);
+    graph.Data(0, 2, u"2"_s);
+    graph.LoadGraphDataBytes("[Ormsey Data File]\r\n");
+    EXPECT_EQ(graph.Data(0, 0), QString());
+    EXPECT_EQ(graph.Data(0, 1), QString());
+    EXPECT_EQ(graph.Data(0, 2), u"2"_s);
+}
+
+TEST_F(GraphFileTest, RowOfSixFieldsIsRefusedKeepingWhatWasRead)
+{
+    Graph graph;
+    try {
+        graph.LoadGraphDataBytes("[Ormsey Data File]\r\nGraphTitle = Kept\r\n"
+                                 "Row1 = \"a\",\"1\"\r\n"
+                                 "Row2 = \"b\",\"1\",\"2\",\"3\",\"4\",\"5\"\r\n"
+                                 "Row3 = \"c\",\"1\"\r\n");
+        FAIL() << "no error";
+    } catch (const Runtime::Error& error) {
+        EXPECT_EQ(error.number(), 9);
+    }
+    EXPECT_EQ(graph.GraphTitle(), u"Kept"_s);
+    EXPECT_EQ(graph.Data(0, 0), u"a"_s);
+    EXPECT_EQ(graph.Data(1, 4), u"4"_s);
+    EXPECT_EQ(graph.Data(2, 0), QString());
+}
+
+TEST_F(GraphFileTest, TruncatedFileKeepsTheLinesBeforeTheCut)
+{
+    Graph graph;
+    FillFruit(graph);
+    graph.GraphTitle(u"Fruit"_s);
+    const QByteArray bytes = graph.GraphDataBytes();
+    const qsizetype cut = bytes.indexOf("Row2 = ") + 10; // inside "Pears"
+    Graph loaded;
+    loaded.LoadGraphDataBytes(bytes.left(cut));
+    EXPECT_EQ(loaded.GraphTitle(), u"Fruit"_s);
+    EXPECT_EQ(loaded.Data(0, 1), u"12"_s);
+    EXPECT_EQ(loaded.Data(1, 0), u"\"Pe"_s) << "without its closing quote the opening one stays";
+}
+
+TEST_F(GraphFileTest, HugeNumbersInTheFileAreAnOverflowNotACrash)
+{
+    Graph graph;
+    try {
+        graph.LoadGraphDataBytes("[Ormsey Data File]\r\nPieStartingAngle = 40000\r\n");
+        FAIL() << "no error";
+    } catch (const Runtime::Error& error) {
+        EXPECT_EQ(error.number(), Runtime::Error::Overflow);
+    }
+    graph.LoadGraphDataBytes("[Ormsey Data File]\r\nRow1 = \"a\",\"1E999\"\r\n");
+    EXPECT_EQ(graph.Data(0, 1), u"1E999"_s);
+    EXPECT_EQ(graph.NoOfItems(), 1) << "an unreadable cell counts as no number";
+}
+
+TEST_F(GraphFileTest, SaveAndLoadThroughAFile)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"fruit.qnp"_s);
+    Graph graph;
+    FillFruit(graph);
+    ASSERT_EQ(graph.SaveGraphData(path), QString());
+    EXPECT_EQ(ReadFile(path), graph.GraphDataBytes());
+    Graph loaded;
+    loaded.LoadGraphData(path);
+    EXPECT_EQ(Fields(loaded), Fields(graph));
+}
+
+TEST_F(GraphFileTest, MissingFileLoadsTheReadingDefaults)
+{
+    QTemporaryDir folder;
+    Graph graph;
+    graph.LoadGraphData(folder.filePath(u"none.qnp"_s));
+    EXPECT_EQ(graph.PointType, Graph::SinglePoint);
+    EXPECT_FALSE(graph.GraphHasData());
+}
+
+struct FaultRow
+{
+    const char* name;
+    std::function<void()> arm;
+};
+
+class SaveFaultTest : public GraphFileTest, public testing::WithParamInterface<FaultRow>
+{
+};
+
+TEST_P(SaveFaultTest, LeavesThePreviousFileIntact)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"fruit.qnp"_s);
+    Graph graph;
+    FillFruit(graph);
+    ASSERT_EQ(graph.SaveGraphData(path), QString());
+    const QByteArray before = ReadFile(path);
+
+    graph.GraphTitle(u"Changed"_s);
+    Io::SaveFaults::Scope faults;
+    GetParam().arm();
+    EXPECT_NE(graph.SaveGraphData(path), QString());
+    EXPECT_EQ(ReadFile(path), before);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList { u"fruit.qnp"_s });
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, SaveFaultTest,
+    testing::Values(FaultRow { "AtOpen", [] { Io::SaveFaults::failAtOpen(); } },
+        FaultRow { "AtWrite", [] { Io::SaveFaults::failAtWrite(1); } },
+        FaultRow { "AtCommit", [] { Io::SaveFaults::failAtCommit(); } }),
+    [](const testing::TestParamInfo<FaultRow>& info) { return info.param.name; });
+
+} // namespace

@@ -1,0 +1,375 @@
+#include "graph/Graph.h"
+
+#include "frame/FrameSettings.h"
+#include "platform/runtime/Error.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Ormsey::Graph;
+
+namespace {
+
+class GraphTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Frame::Settings().ColourTable = { { u"RED"_s, 255 }, { u"LIGHT BLUE"_s, 16760960 } };
+    }
+    void TearDown() override { Frame::Settings() = {}; }
+
+    // Rows of (category, value) from row 0 down.
+    static void Fill(Graph& graph, const QList<std::pair<QString, QString>>& rows)
+    {
+        for (int r = 0; r < rows.size(); ++r) {
+            graph.Data(r, 0, rows[r].first);
+            graph.Data(r, 1, rows[r].second);
+        }
+    }
+};
+
+TEST_F(GraphTest, NewGraphHasTheInitialValues)
+{
+    Graph graph;
+    EXPECT_EQ(graph.GraphType(), Graph::BarChart);
+    EXPECT_EQ(graph.BarChartType(), Graph::SolidBars);
+    EXPECT_EQ(graph.PieLabels, Graph::Labels);
+    EXPECT_EQ(graph.PointType, Graph::Cross);
+    EXPECT_EQ(graph.PieStartingAngle, 90);
+    EXPECT_EQ(graph.PieElevation3D, 45);
+    EXPECT_EQ(graph.PieRotation3D, 0);
+    EXPECT_FALSE(graph.Graph3D());
+    EXPECT_TRUE(graph.UseColour);
+    EXPECT_TRUE(graph.AutoScale);
+    EXPECT_EQ(graph.BackgroundColour3D, 16760960);
+    EXPECT_EQ(graph.HistogramColour, 255);
+    EXPECT_EQ(graph.GraphFont(), u"Arial"_s);
+    EXPECT_EQ(graph.DataSeriesLabel(1), u"Series 1"_s);
+    EXPECT_EQ(graph.DataSeriesLabel(4), u"Series 4"_s);
+    EXPECT_EQ(graph.NumberOfDataSeries(), 1);
+    EXPECT_FALSE(graph.GraphHasData());
+    EXPECT_EQ(graph.OriginalRowOrder[200], 200);
+    ASSERT_NE(graph.hMF(), nullptr);
+    EXPECT_TRUE(graph.hMF()->isValid());
+}
+
+TEST_F(GraphTest, InitialiseVariablesLeavesTheUntouchedFields)
+{
+    Graph graph;
+    graph.JoinPoints = true;
+    graph.PieRotation3D = 30;
+    graph.DisplayLegend(true);
+    graph.AxisMinimum[1] = 5;
+    graph.GraphType(Graph::PieChart);
+    graph.Data(3, 2, u"x"_s);
+    graph.InitialiseVariables();
+    EXPECT_TRUE(graph.JoinPoints);
+    EXPECT_EQ(graph.PieRotation3D, 30);
+    EXPECT_TRUE(graph.DisplayLegend());
+    EXPECT_EQ(graph.AxisMinimum[1], 5);
+    EXPECT_EQ(graph.GraphType(), Graph::BarChart);
+    EXPECT_EQ(graph.Data(3, 2), QString());
+}
+
+struct WriteRow
+{
+    const char* name;
+    std::function<void(Graph&)> write;
+    bool pictureStale;
+    bool statisticsStale;
+};
+
+class WriteRulesTest : public GraphTest, public testing::WithParamInterface<WriteRow>
+{
+};
+
+TEST_P(WriteRulesTest, SetsTheStaleFlagsItShould)
+{
+    Graph graph;
+    graph.GraphTitle(u"Fruit"_s);
+    graph.Data(0, 0, u"Apples"_s);
+    graph.Data(0, 1, u"12"_s);
+    graph.StatisticsStale = false;
+    graph.PictureStale = false;
+    GetParam().write(graph);
+    EXPECT_EQ(graph.PictureStale, GetParam().pictureStale);
+    EXPECT_EQ(graph.StatisticsStale, GetParam().statisticsStale);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, WriteRulesTest,
+    testing::Values(WriteRow { "TitleInOtherCaseIsNoChange",
+                        [](Graph& g) { g.GraphTitle(u"FRUIT"_s); }, false, false },
+        WriteRow { "NewTitle", [](Graph& g) { g.GraphTitle(u"Fruits"_s); }, true, false },
+        WriteRow {
+            "FontInOtherCaseIsNoChange", [](Graph& g) { g.GraphFont(u"arial"_s); }, false, false },
+        WriteRow { "SameTypeIsNoChange", [](Graph& g) { g.GraphType(0); }, false, false },
+        WriteRow { "NewType", [](Graph& g) { g.GraphType(1); }, true, false },
+        WriteRow { "SameBarTypeIsNoChange", [](Graph& g) { g.BarChartType(0); }, false, false },
+        WriteRow { "NewBarType", [](Graph& g) { g.BarChartType(2); }, true, false },
+        WriteRow { "LegendAlwaysStale", [](Graph& g) { g.DisplayLegend(false); }, true, false },
+        WriteRow { "SeriesLabelOtherCase", [](Graph& g) { g.DataSeriesLabel(1, u"series 1"_s); },
+            false, false },
+        WriteRow { "AxisLabel", [](Graph& g) { g.VerticalAxisLabel(u"Count"_s); }, true, false },
+        WriteRow { "SameCell", [](Graph& g) { g.Data(0, 0, u"Apples"_s); }, false, false },
+        WriteRow {
+            "CellInOtherCaseIsAChange", [](Graph& g) { g.Data(0, 0, u"APPLES"_s); }, true, true },
+        WriteRow { "SameSeriesCount", [](Graph& g) { g.NumberOfDataSeries(1); }, false, false },
+        WriteRow { "NewSeriesCount", [](Graph& g) { g.NumberOfDataSeries(2); }, true, true },
+        WriteRow { "SortMarksOnlyThePicture", [](Graph& g) { g.SortGraph(0); }, true, false },
+        WriteRow { "SortOutOfRangeDoesNothing", [](Graph& g) { g.SortGraph(5); }, false, false },
+        WriteRow { "EraseLeavesThePicture", [](Graph& g) { g.EraseData(); }, false, true }),
+    [](const testing::TestParamInfo<WriteRow>& info) { return info.param.name; });
+
+TEST_F(GraphTest, ThreeDOptionFollowsTheGraphType)
+{
+    Graph graph;
+    graph.Graph3D(true);
+    EXPECT_TRUE(graph.Graph3D());
+    graph.GraphType(Graph::PieChart);
+    EXPECT_TRUE(graph.Graph3D());
+    graph.GraphType(Graph::LineGraph);
+    EXPECT_FALSE(graph.Graph3D());
+    EXPECT_FALSE(graph.CanBe3D());
+    graph.Graph3D(true);
+    EXPECT_FALSE(graph.Graph3D());
+    graph.GraphType(Graph::Scattergram);
+    graph.Graph3D(true);
+    EXPECT_FALSE(graph.Graph3D());
+}
+
+TEST_F(GraphTest, NonIntegerValuesAreNoted)
+{
+    Graph graph;
+    graph.Data(0, 1, u"12"_s);
+    graph.Data(1, 1, u"Apples"_s);
+    EXPECT_FALSE(graph.HasNonIntegerData);
+    graph.Data(2, 1, u"2.5"_s);
+    EXPECT_TRUE(graph.HasNonIntegerData);
+    graph.Data(2, 1, QString());
+    EXPECT_TRUE(graph.HasNonIntegerData) << "once noted, it stays";
+}
+
+struct IndexRow
+{
+    const char* name;
+    std::function<void(Graph&)> access;
+};
+
+class IndexTest : public GraphTest, public testing::WithParamInterface<IndexRow>
+{
+};
+
+TEST_P(IndexTest, IsRefusedWithError9AndChangesNothing)
+{
+    Graph graph;
+    graph.PictureStale = false;
+    graph.StatisticsStale = false;
+    try {
+        GetParam().access(graph);
+        FAIL() << "no error";
+    } catch (const Runtime::Error& error) {
+        EXPECT_EQ(error.number(), 9);
+    }
+    EXPECT_FALSE(graph.PictureStale);
+    EXPECT_FALSE(graph.StatisticsStale);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, IndexTest,
+    testing::Values(IndexRow { "RowBelow", [](Graph& g) { g.Data(-1, 0, u"x"_s); } },
+        IndexRow { "RowAbove", [](Graph& g) { g.Data(256, 0, u"x"_s); } },
+        IndexRow { "ColumnAbove", [](Graph& g) { g.Data(0, 5, u"x"_s); } },
+        IndexRow { "ColumnBelow", [](Graph& g) { (void)g.Data(0, -1); } },
+        IndexRow { "ReadRowAbove", [](Graph& g) { (void)g.Data(256, 0); } },
+        IndexRow { "SeriesZero", [](Graph& g) { g.DataSeriesLabel(0, u"x"_s); } },
+        IndexRow { "SeriesFive", [](Graph& g) { (void)g.DataSeriesLabel(5); } }),
+    [](const testing::TestParamInfo<IndexRow>& info) { return info.param.name; });
+
+TEST_F(GraphTest, ItemsCountRowsWithAnyCellAndSkipGaps)
+{
+    Graph graph;
+    graph.Data(0, 0, u"Apples"_s);
+    graph.Data(5, 3, u"7"_s);
+    graph.Data(255, 4, u"1"_s);
+    EXPECT_EQ(graph.NoOfItems(), 3);
+    EXPECT_TRUE(graph.GraphHasData());
+    EXPECT_FALSE(graph.StatisticsStale);
+}
+
+TEST_F(GraphTest, RangesIncludeZeroUnlessEveryRowIsFilled)
+{
+    Graph graph;
+    graph.Data(0, 1, u"12"_s);
+    graph.Data(1, 1, u"7"_s);
+    graph.Data(1, 3, u"-4"_s);
+    graph.Data(0, 2, u"30"_s);
+    graph.RecalculateStatistics();
+    EXPECT_EQ(graph.ColumnMinimum[1], -4) << "entry 1 spans all series";
+    EXPECT_EQ(graph.ColumnMaximum[1], 30);
+    EXPECT_EQ(graph.ColumnMinimum[2], 0) << "empty rows fold in zero";
+    EXPECT_EQ(graph.ColumnMaximum[3], 0);
+}
+
+TEST_F(GraphTest, NumericCategoriesMakeAnXYPlotWithOneSeries)
+{
+    Graph graph;
+    int events = 0;
+    QObject::connect(&graph, &Graph::PlotTypeChanged, [&] { ++events; });
+    graph.NumberOfDataSeries(3);
+    Fill(graph, { { u"1990"_s, u"5"_s }, { u"1991"_s, u"8"_s } });
+    EXPECT_TRUE(graph.XYPlot());
+    EXPECT_EQ(graph.NumberOfDataSeries(), 1);
+    EXPECT_EQ(events, 1);
+    EXPECT_TRUE(graph.XYPlot());
+    EXPECT_EQ(events, 1) << "no event while the flag stays";
+    graph.Data(0, 0, u"Spring"_s);
+    graph.Data(1, 0, u"Summer"_s);
+    EXPECT_FALSE(graph.XYPlot());
+    EXPECT_EQ(events, 2);
+}
+
+TEST_F(GraphTest, PlotTypeHandlerSeesCurrentStatistics)
+{
+    Graph graph;
+    Fill(graph, { { u"1"_s, u"2"_s }, { u"2"_s, u"4"_s } });
+    int itemsSeen = -1;
+    QObject::connect(&graph, &Graph::PlotTypeChanged, [&] { itemsSeen = graph.NoOfItems(); });
+    EXPECT_TRUE(graph.GraphHasData());
+    EXPECT_EQ(itemsSeen, 2);
+}
+
+struct RegressionRow
+{
+    const char* name;
+    QList<std::pair<QString, QString>> rows;
+    bool valid;
+    double slope;
+    double intercept;
+    double correlation;
+};
+
+class RegressionTest : public GraphTest, public testing::WithParamInterface<RegressionRow>
+{
+};
+
+TEST_P(RegressionTest, GivesTheLeastSquaresLine)
+{
+    const RegressionRow& row = GetParam();
+    Graph graph;
+    Fill(graph, row.rows);
+    graph.RecalculateStatistics();
+    ASSERT_EQ(graph.RegressionValid, row.valid);
+    if (!row.valid)
+        return;
+    EXPECT_NEAR(graph.RegressionSlope, row.slope, 1e-12);
+    EXPECT_NEAR(graph.RegressionIntercept, row.intercept, 1e-12);
+    EXPECT_NEAR(graph.CorrelationCoefficient, row.correlation, 1e-12);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, RegressionTest,
+    testing::Values(RegressionRow { "TwoPointsOnALine", { { u"1"_s, u"2"_s }, { u"2"_s, u"4"_s } },
+                        true, 2, 0, 1 },
+        RegressionRow {
+            "FallingLine", { { u"0"_s, u"10"_s }, { u"5"_s, u"0"_s } }, true, -2, 10, -1 },
+        // (1,1) (2,3) (3,2): slope 0.5, intercept 1, r = 0.5.
+        RegressionRow { "Scatter", { { u"1"_s, u"1"_s }, { u"2"_s, u"3"_s }, { u"3"_s, u"2"_s } },
+            true, 0.5, 1, 0.5 },
+        RegressionRow { "AllXEqual", { { u"3"_s, u"1"_s }, { u"3"_s, u"5"_s } }, false, 0, 0, 0 },
+        RegressionRow { "AllYEqual", { { u"1"_s, u"4"_s }, { u"2"_s, u"4"_s } }, false, 0, 0, 0 },
+        RegressionRow { "NoData", {}, false, 0, 0, 0 },
+        // An empty row 0 enters the sums as zeros and is not counted.
+        RegressionRow { "EmptyRowZeroAddsNothing",
+            { { QString(), QString() }, { u"1"_s, u"2"_s }, { u"2"_s, u"3"_s } }, true, 1, 1, 1 }),
+    [](const testing::TestParamInfo<RegressionRow>& info) { return info.param.name; });
+
+struct SortRow
+{
+    const char* name;
+    int column;
+    QStringList before; // column `column` of rows 0..n-1 (also written to column 0 when 1)
+    QStringList after;
+};
+
+class SortTest : public GraphTest, public testing::WithParamInterface<SortRow>
+{
+};
+
+TEST_P(SortTest, OrdersRowsAndRestores)
+{
+    const SortRow& row = GetParam();
+    Graph graph;
+    for (int r = 0; r < row.before.size(); ++r) {
+        graph.Data(r, row.column, row.before[r]);
+        graph.Data(r, 4, QString::number(r)); // travels with its row
+    }
+    graph.SortGraph(row.column);
+    QStringList sorted;
+    for (int r = 0; r < row.after.size(); ++r) {
+        sorted << graph.Data(r, row.column);
+        EXPECT_EQ(graph.Data(r, 4).toInt(), graph.OriginalRowOrder[std::size_t(r)]);
+    }
+    EXPECT_EQ(sorted, row.after);
+    graph.SortGraph(-1);
+    for (int r = 0; r < row.before.size(); ++r)
+        EXPECT_EQ(graph.Data(r, row.column), row.before[r]) << "restored row " << r;
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, SortTest,
+    testing::Values(
+        SortRow { "NumbersByValue", 1, { u"10"_s, u"9"_s, u""_s }, { u"9"_s, u"10"_s, u""_s } },
+        SortRow { "EmptyCellStaysInItsRow", 1, { u"5"_s, u""_s, u"3"_s, u"1"_s },
+            { u"1"_s, u""_s, u"3"_s, u"5"_s } },
+        SortRow { "NamesWithoutCase", 0, { u"pears"_s, u"Apples"_s, u"banana"_s },
+            { u"Apples"_s, u"banana"_s, u"pears"_s } },
+        SortRow {
+            "NegativeAndDecimal", 2, { u"2.5"_s, u"-1"_s, u"0"_s }, { u"-1"_s, u"0"_s, u"2.5"_s } },
+        SortRow { "NumberAgainstTextGoesByText", 0, { u"b"_s, u"10"_s, u"9"_s },
+            { u"9"_s, u"10"_s, u"b"_s } }),
+    [](const testing::TestParamInfo<SortRow>& info) { return info.param.name; });
+
+TEST_F(GraphTest, EraseDataEmptiesCellsAndSortOrder)
+{
+    Graph graph;
+    Fill(graph, { { u"b"_s, u"1"_s }, { u"a"_s, u"2"_s } });
+    graph.SortGraph(0);
+    ASSERT_EQ(graph.OriginalRowOrder[0], 1);
+    graph.EraseData();
+    EXPECT_EQ(graph.OriginalRowOrder[0], 0);
+    EXPECT_EQ(graph.Data(0, 0), QString());
+    EXPECT_FALSE(graph.GraphHasData());
+}
+
+TEST_F(GraphTest, RequestRedrawRaisesRedrawGraph)
+{
+    Graph graph;
+    int events = 0;
+    QObject::connect(&graph, &Graph::RedrawGraph, [&] { ++events; });
+    graph.PictureStale = false;
+    graph.RequestRedraw();
+    EXPECT_TRUE(graph.PictureStale);
+    EXPECT_EQ(events, 1);
+}
+
+TEST_F(GraphTest, PictureWithoutDataIsKeptAndNotRedrawn)
+{
+    Graph graph;
+    const Emf::Picture* before = graph.hMF();
+    EXPECT_FALSE(graph.PictureStale);
+    EXPECT_EQ(graph.hMF(), before);
+}
+
+TEST_F(GraphTest, PictureIsRedrawnAfterAChange)
+{
+    Graph graph;
+    graph.Data(0, 0, u"Apples"_s);
+    graph.Data(0, 1, u"12"_s);
+    const Emf::Picture* picture = graph.hMF();
+    ASSERT_NE(picture, nullptr);
+    EXPECT_TRUE(picture->isValid());
+    EXPECT_FALSE(graph.PictureStale);
+    EXPECT_GE(graph.Width(), 400);
+    EXPECT_GE(graph.Height(), 420);
+}
+
+} // namespace
