@@ -1,0 +1,237 @@
+#include "graph/ui/GraphOptionWindows.h"
+
+#include "frame/FrameSettings.h"
+#include "frame/support/ScriptedPrompts.h"
+#include "graph/Graph.h"
+#include "graph/ui/frmBarChartOptions.h"
+#include "graph/ui/frmEditDataSeries.h"
+#include "graph/ui/frmGraphTools.h"
+#include "graph/ui/frmLineGraphOptions.h"
+#include "graph/ui/frmPieChartOptions.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTest>
+#include <QToolBar>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using Ormsey::Graph;
+
+namespace {
+
+// A graph with two bars, its option windows over a plain window, and the prompts double.
+class GraphOptionWindowsTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Frame::InitialiseFrame(QStringLiteral(QUORBIN_RESOURCES_DIR));
+        graph.Data(0, 0, u"Apples"_s);
+        graph.Data(0, 1, u"12"_s);
+        graph.Data(1, 0, u"Pears"_s);
+        graph.Data(1, 1, u"7"_s);
+        windows = std::make_unique<Ormsey::GraphOptionWindows>(graph, &owner);
+    }
+
+    void TearDown() override
+    {
+        windows.reset();
+        QApplication::processEvents();
+    }
+
+    static void Retype(QLineEdit* box, const QString& text)
+    {
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_Delete);
+        QTest::keyClicks(box, text);
+    }
+
+    ScriptedPrompts prompts;
+    QWidget owner;
+    Graph graph;
+    std::unique_ptr<Ormsey::GraphOptionWindows> windows;
+};
+
+TEST_F(GraphOptionWindowsTest, BarDialogCaptionsComeFromTheStringTable)
+{
+    Ormsey::frmBarChartOptions* dialog = windows->BarChartOptions();
+    EXPECT_EQ(dialog->windowTitle(), u"Options"_s);
+    EXPECT_EQ(dialog->chkAutoScale->text(), u"Auto &Scale"_s);
+    EXPECT_EQ(dialog->optBarType[1]->text(), u"Bar-&Line"_s);
+    EXPECT_EQ(dialog->cmdApply()->text(), u"&Apply"_s);
+    EXPECT_EQ(dialog->chkLegend->text(), u"Display Legend"_s);
+}
+
+TEST_F(GraphOptionWindowsTest, ReversedRangeIsSwappedInTheBoxesAndTaken)
+{
+    graph.AutoScale = true;
+    windows->ShowOptions();
+    Ormsey::frmBarChartOptions* dialog = windows->BarChartOptions();
+    ASSERT_TRUE(dialog->isVisible());
+    EXPECT_FALSE(dialog->txtMinimum->isEnabled());
+
+    // A check box answers clicks on its box and caption, not across its whole row.
+    QTest::mouseClick(dialog->chkAutoScale, Qt::LeftButton, {},
+        QPoint(8, dialog->chkAutoScale->height() / 2));
+    EXPECT_TRUE(dialog->txtMinimum->isEnabled());
+    Retype(dialog->txtMinimum, u"50"_s);
+    Retype(dialog->txtMaximum, u"10"_s);
+    QSignalSpy redraws(&graph, &Graph::RedrawGraph);
+    QTest::mouseClick(dialog->cmdOK(), Qt::LeftButton);
+
+    EXPECT_EQ(dialog->txtMinimum->text(), u"10"_s);
+    EXPECT_EQ(dialog->txtMaximum->text(), u"50"_s);
+    EXPECT_FALSE(graph.AutoScale);
+    EXPECT_EQ(graph.AxisMinimum[1], 10.0);
+    EXPECT_EQ(graph.AxisMaximum[1], 50.0);
+    EXPECT_EQ(redraws.count(), 1);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(GraphOptionWindowsTest, EqualRangeIsRefusedAndTheDialogStays)
+{
+    graph.AutoScale = false;
+    graph.AxisMinimum[1] = 0;
+    graph.AxisMaximum[1] = 40;
+    windows->ShowOptions();
+    Ormsey::frmBarChartOptions* dialog = windows->BarChartOptions();
+    Retype(dialog->txtMinimum, u"5"_s);
+    Retype(dialog->txtMaximum, u"5"_s);
+    prompts.answerMessage(Frame::MessageAnswer::Ok);
+    QSignalSpy redraws(&graph, &Graph::RedrawGraph);
+    QTest::mouseClick(dialog->cmdOK(), Qt::LeftButton);
+
+    ASSERT_EQ(prompts.calls().size(), 1);
+    EXPECT_EQ(
+        prompts.calls()[0].text, u"You cannot set the minimum and maximum to the same value."_s);
+    EXPECT_EQ(prompts.calls()[0].icon, Frame::MessageIcon::Exclamation);
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_EQ(redraws.count(), 0);
+    EXPECT_EQ(graph.AxisMaximum[1], 40.0);
+}
+
+TEST_F(GraphOptionWindowsTest, CancelHandsNothingOver)
+{
+    windows->ShowOptions();
+    Ormsey::frmBarChartOptions* dialog = windows->BarChartOptions();
+    QTest::mouseClick(dialog->optBarType[2], Qt::LeftButton);
+    QSignalSpy redraws(&graph, &Graph::RedrawGraph);
+    QTest::mouseClick(dialog->cmdCancel(), Qt::LeftButton);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(graph.BarChartType(), Graph::SolidBars);
+    EXPECT_EQ(redraws.count(), 0);
+}
+
+TEST_F(GraphOptionWindowsTest, PieApplyTakesLabelsPercentagesAndNineOClock)
+{
+    graph.GraphType(Graph::PieChart);
+    windows->ShowOptions();
+    Ormsey::frmPieChartOptions* dialog = windows->PieChartOptions();
+    ASSERT_TRUE(dialog->isVisible());
+    // A new graph starts at twelve o'clock with labels.
+    EXPECT_TRUE(dialog->optStartingPosition[Ormsey::TwelveOClock]->isChecked());
+    EXPECT_TRUE(dialog->chkLabels->isChecked());
+
+    QTest::mouseClick(dialog->chkPercentages, Qt::LeftButton);
+    QTest::mouseClick(dialog->optStartingPosition[Ormsey::NineOClock], Qt::LeftButton);
+    EXPECT_FALSE(dialog->optStartingPosition[Ormsey::TwelveOClock]->isChecked());
+    QTest::mouseClick(dialog->cmdApply(), Qt::LeftButton);
+
+    EXPECT_EQ(graph.PieLabels, Graph::LabelsAndPercentages);
+    EXPECT_EQ(graph.PieStartingAngle, 180);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(GraphOptionWindowsTest, LineDialogEnablesTheControlsOfItsKindOnly)
+{
+    graph.GraphType(Graph::LineGraph);
+    windows->ShowOptions();
+    Ormsey::frmLineGraphOptions* dialog = windows->LineGraphOptions();
+    EXPECT_FALSE(dialog->fraScattergram->isEnabled());
+    EXPECT_FALSE(dialog->chkLineOfBestFit->isEnabled());
+    EXPECT_TRUE(dialog->chkJoinPoints->isEnabled());
+    dialog->hide();
+
+    graph.GraphType(Graph::Scattergram);
+    windows->ShowOptions();
+    EXPECT_TRUE(dialog->chkLineOfBestFit->isEnabled());
+    EXPECT_TRUE(dialog->optDotType[Graph::Circle]->isEnabled());
+    EXPECT_FALSE(dialog->chkJoinPoints->isEnabled());
+}
+
+TEST_F(GraphOptionWindowsTest, PaletteButtonsChangeTheGraphAtOnce)
+{
+    windows->ShowGraphTools();
+    Ormsey::frmGraphTools* tools = windows->GraphTools();
+    EXPECT_EQ(tools->windowTitle(), u"Graph Tools"_s);
+    EXPECT_TRUE(tools->TypeButtons[Graph::BarChart]->isChecked());
+    EXPECT_TRUE(tools->OptionsButton->isEnabled());
+
+    QSignalSpy redraws(&graph, &Graph::RedrawGraph);
+    tools->TypeButtons[Graph::PieChart]->trigger();
+    EXPECT_EQ(graph.GraphType(), Graph::PieChart);
+    tools->Make3DButton->trigger();
+    EXPECT_TRUE(graph.Graph3D());
+    // A line graph cannot be 3D: the option goes and the button follows.
+    tools->TypeButtons[Graph::LineGraph]->trigger();
+    EXPECT_FALSE(graph.Graph3D());
+    EXPECT_FALSE(tools->Make3DButton->isChecked());
+    tools->Make3DButton->trigger();
+    EXPECT_FALSE(graph.Graph3D());
+    EXPECT_FALSE(tools->Make3DButton->isChecked());
+    EXPECT_EQ(redraws.count(), 4);
+}
+
+TEST_F(GraphOptionWindowsTest, ClosingThePaletteKeepsTheTypedTitle)
+{
+    windows->ShowGraphTools();
+    Ormsey::frmGraphTools* tools = windows->GraphTools();
+    QTest::keyClicks(tools->txtGraphTitle, u"Our fruit"_s);
+    EXPECT_EQ(graph.GraphTitle(), QString());
+    tools->close();
+    EXPECT_EQ(graph.GraphTitle(), u"Our fruit"_s);
+}
+
+TEST_F(GraphOptionWindowsTest, PaletteOptionsButtonNeedsData)
+{
+    Graph empty;
+    Ormsey::GraphOptionWindows emptyWindows(empty, &owner);
+    emptyWindows.ShowGraphTools();
+    EXPECT_FALSE(emptyWindows.GraphTools()->OptionsButton->isEnabled());
+}
+
+TEST_F(GraphOptionWindowsTest, SeriesEditorEnablesTheBoxesInUseAndTakesThemOnOk)
+{
+    Ormsey::frmEditDataSeries editor(graph, &owner);
+    EXPECT_EQ(editor.updSeries->value(), 1);
+    EXPECT_TRUE(editor.txtSeriesLabel[0]->isEnabled());
+    EXPECT_FALSE(editor.txtSeriesLabel[1]->isEnabled());
+    editor.updSeries->setValue(2);
+    EXPECT_TRUE(editor.txtSeriesLabel[1]->isEnabled());
+    EXPECT_FALSE(editor.txtSeriesLabel[2]->isEnabled());
+    Retype(editor.txtSeriesLabel[1], u"Boys"_s);
+    QTest::mouseClick(editor.findChild<QPushButton*>(u"cmdOK"_s), Qt::LeftButton);
+    EXPECT_EQ(graph.NumberOfDataSeries(), 2);
+    EXPECT_EQ(graph.DataSeriesLabel(1), u"Series 1"_s);
+    EXPECT_EQ(graph.DataSeriesLabel(2), u"Boys"_s);
+}
+
+TEST_F(GraphOptionWindowsTest, SeriesEditorCancelChangesNothing)
+{
+    Ormsey::frmEditDataSeries editor(graph, &owner);
+    editor.updSeries->setValue(3);
+    Retype(editor.txtSeriesLabel[0], u"Girls"_s);
+    QTest::mouseClick(editor.findChild<QPushButton*>(u"cmdCancel"_s), Qt::LeftButton);
+    EXPECT_EQ(graph.NumberOfDataSeries(), 1);
+    EXPECT_EQ(graph.DataSeriesLabel(1), u"Series 1"_s);
+}
+
+} // namespace
