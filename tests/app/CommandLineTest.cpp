@@ -98,7 +98,8 @@ INSTANTIATE_TEST_SUITE_P(Verbs, UsageTest,
         UsageRow { "ValWithTwoTexts", { u"val"_s, u"1"_s, u"2"_s }, 2 },
         UsageRow { "StrOfText", { u"str"_s, u"twelve"_s }, 2, u"quorbin-cli str: not a number"_s },
         UsageRow { "SheetWithoutFiles", { u"sheet"_s, u"convert"_s }, 64 },
-        UsageRow { "CardsWithoutFile", { u"cards"_s, u"info"_s }, 64 }),
+        UsageRow { "CardsWithoutFile", { u"cards"_s, u"info"_s }, 64 },
+        UsageRow { "GraphWithoutOutput", { u"graph"_s, u"convert"_s, u"in.csv"_s }, 64 }),
     [](const testing::TestParamInfo<UsageRow>& info) { return std::string(info.param.name); });
 
 TEST(CommandLineTest, HelpListsEveryVerb)

@@ -2,6 +2,7 @@
 
 #include "app/cli/ConversionCommands.h"
 #include "cards/CardsCommand.h"
+#include "graph/GraphCommand.h"
 #include "sheet/SheetCommands.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -24,6 +25,13 @@ Spreadsheets:
   sheet get FILE.qnc CELL        shown text, kind, value and formula of one cell
   sheet set FILE.qnc CELL TEXT   enters TEXT as typed, recalculates and saves
 
+Graphs:
+  graph convert IN OUT [--type bar|pie|line|scatter] [--bar solid|barline|histogram] [--3d]
+                [--title TEXT] [--no-colour] [--legend] [--width PX]
+                                 IN .qnp or .csv (categories or x values, then up to four
+                                 series; a heading row is read as labels); OUT .qnp, .emf,
+                                 .png, .svg or .pdf
+
 Card databases:
   cards new FILE.qnd [--view 2|3|4]
   cards import FILE.qnd IN.csv   first row labels, first value the card name
@@ -34,8 +42,8 @@ Card databases:
 
   --help                         this text
 
-Exit status 0 on success. A usage error exits 2 (64 for the eval, sheet and cards verbs,
-whose low numbers report the evaluator's error codes and failed commands).
+Exit status 0 on success. A usage error exits 2 (64 for the eval, sheet, graph and
+cards verbs, whose low numbers report the evaluator's error codes and failed commands).
 )"_s;
 }
 
@@ -55,6 +63,8 @@ int RunCommandLine(const QStringList& arguments, QTextStream& out, QTextStream& 
         return RunConversionCommand(arguments, out, err);
     if (Tillane::IsSheetCommand(arguments))
         return Tillane::RunSheetCommand(arguments, out, err);
+    if (Ormsey::IsGraphCommand(arguments))
+        return Ormsey::RunGraphCommand(arguments, out, err);
     if (Bramlet::IsCardsCommand(arguments))
         return Bramlet::RunCardsCommand(arguments, out, err);
     err << u"quorbin-cli: unknown verb \""_s << verb << u"\" (quorbin-cli --help lists the verbs)"_s
