@@ -4,7 +4,9 @@
 #include "graph/Graph.h"
 #include "platform/emf/Picture.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -179,6 +181,40 @@ INSTANTIATE_TEST_SUITE_P(Graph, CommandFailureTest,
         FailureRow { "WidthWithoutValue", { u"@/ok.csv"_s, u"@/o.png"_s, u"--width"_s }, 64 },
         FailureRow { "UnknownOption", { u"@/ok.csv"_s, u"@/o.qnp"_s, u"--fast"_s }, 64 }),
     [](const testing::TestParamInfo<FailureRow>& info) { return info.param.name; });
+
+struct ExampleRow
+{
+    const char* name;
+    QString source;
+    int items;
+    int series;
+    bool xy;
+};
+
+class ExampleTest : public GraphCommandTest, public testing::WithParamInterface<ExampleRow>
+{
+};
+
+// The example sources that the build turns into graph files.
+TEST_P(ExampleTest, ConvertsToTheGraphItShows)
+{
+    const QString source = QFileInfo(QStringLiteral(__FILE__))
+                               .dir()
+                               .filePath(u"../../examples/graph/"_s + GetParam().source);
+    ASSERT_EQ(Run({ u"graph"_s, u"convert"_s, source, Path(u"e.qnp"_s) }), 0)
+        << m_err.toStdString();
+    Graph graph;
+    graph.LoadGraphData(Path(u"e.qnp"_s));
+    EXPECT_EQ(graph.NoOfItems(), GetParam().items);
+    EXPECT_EQ(graph.NumberOfDataSeries(), GetParam().series);
+    EXPECT_EQ(graph.XYPlot(), GetParam().xy);
+}
+
+INSTANTIATE_TEST_SUITE_P(Graph, ExampleTest,
+    testing::Values(ExampleRow { "FavouriteFruit", u"fruit.csv"_s, 6, 1, false },
+        ExampleRow { "PetsBySchoolYear", u"pets.csv"_s, 4, 3, false },
+        ExampleRow { "ArmSpans", u"arms.csv"_s, 12, 1, true }),
+    [](const testing::TestParamInfo<ExampleRow>& info) { return info.param.name; });
 
 TEST_F(GraphCommandTest, UnknownSubcommandIsAUsageError)
 {
