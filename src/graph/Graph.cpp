@@ -486,7 +486,25 @@ void Graph::SortGraph(int column)
         return;
     QCollator collator(Runtime::HostLocale());
     collator.setCaseSensitivity(Qt::CaseInsensitive);
-    const auto columnIndex = std::size_t(column);
+    const auto columnIndex = std::size_t(std::max(column, 0));
+
+    // The exchange sort compares each pair of rows once; reading a cell's number once per row
+    // instead of once per comparison keeps a full sort of 256 rows quick. The readings travel
+    // with their rows.
+    struct Key
+    {
+        bool numeric = false;
+        double value = 0;
+    };
+    std::array<Key, RowCount> keys {};
+    if (column >= 0) {
+        for (std::size_t r = 0; r < RowCount; ++r) {
+            const QString& cell = m_data[r][columnIndex];
+            keys[r].numeric = !cell.isEmpty() && Runtime::IsNumeric(cell);
+            keys[r].value = keys[r].numeric ? CellValue(cell) : 0;
+        }
+    }
+
     for (std::size_t i = 0; i + 1 < RowCount; ++i) {
         for (std::size_t j = i + 1; j < RowCount; ++j) {
             bool swap = false;
@@ -497,14 +515,15 @@ void Graph::SortGraph(int column)
                 const QString& b = m_data[j][columnIndex];
                 if (a.isEmpty() || b.isEmpty())
                     swap = false;
-                else if (Runtime::IsNumeric(a) && Runtime::IsNumeric(b))
-                    swap = CellValue(a) > CellValue(b);
+                else if (keys[i].numeric && keys[j].numeric)
+                    swap = keys[i].value > keys[j].value;
                 else
                     swap = collator.compare(a, b) > 0;
             }
             if (swap) {
                 std::swap(m_data[i], m_data[j]);
                 std::swap(OriginalRowOrder[i], OriginalRowOrder[j]);
+                std::swap(keys[i], keys[j]);
             }
         }
     }
