@@ -27,8 +27,7 @@ bool LinkServer::listen(const QString& name)
 
 LinkServer::Start LinkServer::startOrForward(const QString& name, const QString& executeString)
 {
-    if (listen(name))
-        return Start::Listening;
+    // Listening would quietly take the name over from a running copy, so ask first.
     QLocalSocket probe;
     probe.connectToServer(name);
     if (probe.waitForConnected(1000)) {
@@ -37,7 +36,7 @@ LinkServer::Start LinkServer::startOrForward(const QString& name, const QString&
             return Start::Alone;
         return send(name, executeString) ? Start::Forwarded : Start::Alone;
     }
-    // Nobody answers: the socket is a leftover of a copy that did not end cleanly.
+    // Nobody answers: any socket there is a leftover of a copy that did not end cleanly.
     QLocalServer::removeServer(name);
     return listen(name) ? Start::Listening : Start::Alone;
 }

@@ -30,7 +30,7 @@ QString frmAbout::VersionText()
 frmAbout::frmAbout(QWidget* owner)
     : QDialog(owner)
 {
-    const QString title = QGuiApplication::applicationDisplayName();
+    const QString title = u"Quorbin"_s;
     setWindowTitle(GetResString(aboutText) + title);
     setModal(true);
 

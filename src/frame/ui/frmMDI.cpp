@@ -61,7 +61,7 @@ frmMDI::frmMDI(QWidget* parent)
     : QMainWindow(parent)
 {
     CurrentWindow() = this;
-    setWindowTitle(QGuiApplication::applicationDisplayName());
+    setWindowTitle(u"Quorbin"_s);
     setWindowIcon(ResourceIcon(131));
     mdiArea = new QMdiArea;
     setCentralWidget(mdiArea);
@@ -160,9 +160,11 @@ int frmMDI::OpenDocumentWindow(int docType, const QString& fileName)
 
     auto* frame = new DocumentSubWindow(widget, document);
     // The slot is given back when the window goes, however it goes.
-    connect(widget, &QObject::destroyed, this, [slot] {
+    // (A widget announces its end before its guarded pointers clear, so compare by address.)
+    connect(widget, &QObject::destroyed, this, [slot](QObject* gone) {
         DocumentTable& documents = Settings().DocumentTable;
-        if (!documents.slot(slot).Free && documents.slot(slot).Form.isNull())
+        const DocumentSlot entry = documents.slot(slot);
+        if (!entry.Free && (entry.Form.isNull() || entry.Form.data() == gone))
             documents.release(slot);
     });
     mdiArea->addSubWindow(frame);

@@ -9,12 +9,14 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace Frame {
 
 frmPicture::frmPicture(QWidget* owner)
     : QDialog(owner)
 {
-    setWindowTitle(QGuiApplication::applicationDisplayName());
+    setWindowTitle(u"Quorbin"_s);
     picPicture = new QLabel;
     picPicture->setAlignment(Qt::AlignCenter);
     scrollArea = new QScrollArea;

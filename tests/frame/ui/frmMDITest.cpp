@@ -1,0 +1,588 @@
+#include "frame/ui/frmMDI.h"
+
+#include "TestDocument.h"
+#include "frame/DatabaseCompaction.h"
+#include "frame/DocumentKinds.h"
+#include "frame/FrameSettings.h"
+#include "frame/support/ScriptedPrompts.h"
+#include "frame/ui/DocumentSubWindow.h"
+#include "frame/ui/frmNewFile.h"
+#include "resources/StringTable.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using namespace Qt::Literals::StringLiterals;
+using Frame::MessageAnswer;
+using Frame::MessageButtons;
+using Frame::MessageIcon;
+
+namespace {
+
+// Deletes the windows that closed with WA_DeleteOnClose.
+void DeleteClosedWindows()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+// Runs `act` on the modal dialog once the event loop of the next exec() is running.
+void WhenModalShows(std::function<void(QWidget*)> act)
+{
+    QTimer::singleShot(0, [act] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        act(modal);
+    });
+}
+
+class MainWindowTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Frame::InitialiseFrame(QDir::currentPath());
+        TestDocument::Made().clear();
+        TestDocument::RegisterAllKinds();
+        window = std::make_unique<Frame::frmMDI>();
+    }
+
+    void TearDown() override
+    {
+        window.reset();
+        DeleteClosedWindows();
+        TestDocument::UnregisterAllKinds();
+        Frame::RegisterDatabaseCompaction({});
+    }
+
+    TestDocument* documentAt(int slot) const
+    {
+        return qobject_cast<TestDocument*>(window->DocumentWindowAt(slot));
+    }
+
+    QStringList captions() const
+    {
+        QStringList titles;
+        for (QMdiSubWindow* subWindow : window->mdiArea->subWindowList())
+            titles.append(subWindow->windowTitle());
+        return titles;
+    }
+
+    void closeDocument(int slot)
+    {
+        QWidget* document = window->DocumentWindowAt(slot);
+        ASSERT_NE(document, nullptr);
+        ASSERT_TRUE(document->parentWidget()->close());
+        DeleteClosedWindows();
+    }
+
+    ScriptedPrompts prompts;
+    std::unique_ptr<Frame::frmMDI> window;
+};
+
+// ---- Document table: slots, tags, captions ---------------------------------------------------
+
+TEST_F(MainWindowTest, SecondDocumentTakesSlotOneAndAFreedSlotIsReused)
+{
+    EXPECT_EQ(window->OpenDocumentWindow(5, QString()), 0);
+    EXPECT_EQ(window->OpenDocumentWindow(1, QString()), 1);
+    EXPECT_EQ(captions(), (QStringList { u"Tillane- Untitled:1"_s, u"Ormsey- Untitled:2"_s }));
+
+    closeDocument(0);
+    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
+    ASSERT_EQ(window->OpenDocumentWindow(3, QString()), 0);
+    EXPECT_EQ(documentAt(0)->windowTitle(), u"Bramlet- Untitled:1"_s);
+    EXPECT_EQ(documentAt(0)->property("Tag").toString(), u"0"_s);
+    EXPECT_EQ(Frame::Settings().DocumentTable.size(), 2);
+}
+
+TEST_F(MainWindowTest, FullTableGrowsByOneSlot)
+{
+    for (int expected = 0; expected < 3; ++expected)
+        EXPECT_EQ(window->OpenDocumentWindow(1, QString()), expected);
+    EXPECT_EQ(Frame::Settings().DocumentTable.size(), 3);
+    EXPECT_EQ(documentAt(2)->property("Tag").toString(), u"2"_s);
+    EXPECT_EQ(Frame::Settings().DocumentTable.slot(2).DocType, 1);
+}
+
+TEST_F(MainWindowTest, FileNameIsSetLastOnAShownCaptionedWindow)
+{
+    window->show();
+    const int slot = window->OpenDocumentWindow(3, u"/home/class/Pets.qnd"_s);
+    ASSERT_EQ(TestDocument::Made().size(), 1);
+    const TestDocument* document = TestDocument::Made()[0];
+    ASSERT_EQ(document->Arrivals.size(), 1);
+    const TestDocument::Arrival& arrival = document->Arrivals[0];
+    EXPECT_EQ(arrival.fileName, u"/home/class/Pets.qnd"_s);
+    EXPECT_EQ(arrival.tag, QString::number(slot));
+    EXPECT_EQ(arrival.caption, u"Bramlet- Untitled:1"_s);
+    EXPECT_TRUE(arrival.visible);
+    EXPECT_EQ(Frame::Settings().DocumentTable.slot(slot).Form.data(), document);
+    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(slot).Changed);
+}
+
+TEST_F(MainWindowTest, KindWithoutWindowMakesNoWindowAndTakesNoSlot)
+{
+    Frame::UnregisterDocumentKind(4);
+    EXPECT_EQ(window->OpenDocumentWindow(4, QString()), -1);
+    EXPECT_EQ(window->OpenDocumentWindow(99, QString()), -1);
+    EXPECT_TRUE(window->mdiArea->subWindowList().isEmpty());
+    EXPECT_EQ(Frame::Settings().DocumentTable.size(), 1);
+    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
+}
+
+TEST_F(MainWindowTest, DestroyedDocumentGivesItsSlotBack)
+{
+    window->OpenDocumentWindow(5, QString());
+    delete TestDocument::Made()[0].data();
+    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
+    EXPECT_EQ(window->OpenDocumentWindow(5, QString()), 0);
+}
+
+TEST_F(MainWindowTest, ClosingADocumentAsksItsCloseQuery)
+{
+    window->OpenDocumentWindow(5, QString());
+    TestDocument* document = documentAt(0);
+    document->AllowClose = false;
+    EXPECT_FALSE(document->parentWidget()->close());
+    DeleteClosedWindows();
+    EXPECT_EQ(document->Queries, 1);
+    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(0).Free);
+}
+
+// ---- Opening by file name ----------------------------------------------------------------------
+
+struct OpenRow
+{
+    const char* name;
+    QString fileName;
+    QString caption; // empty: no window
+};
+
+void PrintTo(const OpenRow& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+class OpenDocumentFileTest : public MainWindowTest, public testing::WithParamInterface<OpenRow>
+{
+};
+
+TEST_P(OpenDocumentFileTest, RoutesByExtension)
+{
+    const OpenRow& row = GetParam();
+    window->OpenDocumentFile(row.fileName);
+    if (row.caption.isEmpty()) {
+        EXPECT_TRUE(captions().isEmpty());
+        EXPECT_TRUE(TestDocument::Made().isEmpty());
+        return;
+    }
+    EXPECT_EQ(captions(), QStringList { row.caption });
+    ASSERT_EQ(TestDocument::Made().size(), 1);
+    EXPECT_EQ(TestDocument::Made()[0]->fileName(), row.fileName);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, OpenDocumentFileTest,
+    testing::Values(OpenRow { "CardsInCapitals", u"/work/Report.QND"_s, u"Bramlet- Untitled:1"_s },
+        OpenRow { "Graph", u"/work/Heights.qnp"_s, u"Ormsey- Untitled:1"_s },
+        OpenRow { "Sheet", u"/work/Weather.Qnc"_s, u"Tillane- Untitled:1"_s },
+        OpenRow { "TextFile", u"/work/notes.txt"_s, QString() },
+        OpenRow { "NoName", QString(), QString() }),
+    [](const testing::TestParamInfo<OpenRow>& info) { return std::string(info.param.name); });
+
+TEST_F(MainWindowTest, FileOpenShowsTheProgramsFilterAndOpensTheChoice)
+{
+    prompts.answerOpenFile(Frame::FileChoice { u"/tmp/class/Pets.qnd"_s, 3 });
+    window->FileOpen(3);
+    ASSERT_EQ(prompts.calls().size(), 1);
+    const Frame::FileDialogRequest& request = prompts.calls()[0].file;
+    EXPECT_EQ(request.title, u"Open"_s);
+    EXPECT_EQ(request.filter,
+        u"All Quorbin Files|*.qnp;*.qnd;*.qnc|Ormsey Files|*.qnp|DataBase Files|*.qnd|"
+        u"Tillane Files|*.qnc"_s);
+    EXPECT_EQ(request.filterIndex, 3);
+    EXPECT_EQ(request.folder, QDir::currentPath());
+    EXPECT_TRUE(request.fileName.isEmpty());
+    ASSERT_EQ(TestDocument::Made().size(), 1);
+    EXPECT_EQ(TestDocument::Made()[0]->fileName(), u"/tmp/class/Pets.qnd"_s);
+}
+
+TEST_F(MainWindowTest, FileOpenCancelledOrTextFileDoesNothing)
+{
+    prompts.answerOpenFile(std::nullopt)
+        .answerOpenFile(Frame::FileChoice { u"/tmp/notes.txt"_s, 1 });
+    window->FileOpen(1);
+    window->FileOpen(1);
+    EXPECT_TRUE(prompts.messages().isEmpty());
+    EXPECT_TRUE(TestDocument::Made().isEmpty());
+}
+
+// ---- The shell's execute string ----------------------------------------------------------------
+
+struct ExecuteRow
+{
+    const char* name;
+    QString executeString;
+    QStringList opened; // file names given to new windows
+    bool cancel;
+    QStringList messages;
+};
+
+void PrintTo(const ExecuteRow& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+class LinkExecuteTest : public MainWindowTest, public testing::WithParamInterface<ExecuteRow>
+{
+};
+
+TEST_P(LinkExecuteTest, OpensOnlyTheFirstBracketedCommand)
+{
+    const ExecuteRow& row = GetParam();
+    for (qsizetype index = 0; index < row.messages.size(); ++index)
+        prompts.answerMessage(MessageAnswer::Ok);
+    EXPECT_EQ(window->LinkExecute(row.executeString), row.cancel);
+    QStringList opened;
+    for (const QPointer<TestDocument>& document : TestDocument::Made())
+        opened.append(document->fileName());
+    EXPECT_EQ(opened, row.opened);
+    EXPECT_EQ(prompts.messages(), row.messages);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, LinkExecuteTest,
+    testing::Values(
+        ExecuteRow { "Open", uR"([open(C:\A.qnd)])"_s, { uR"(C:\A.qnd)"_s }, false, {} },
+        ExecuteRow { "OpenInCapitals", uR"([OPEN(C:\A.qnd)])"_s, { uR"(C:\A.qnd)"_s }, false, {} },
+        ExecuteRow { "OtherVerb", uR"([print(C:\A.qnd)])"_s, {}, false, {} },
+        ExecuteRow { "WithoutBrackets", uR"(open(C:\A.qnd))"_s, {}, true, {} },
+        ExecuteRow { "TwoCommands", uR"([open(C:\A.qnd)][open(C:\B.qnd)])"_s, { uR"(C:\A.qnd)"_s },
+            true, {} },
+        ExecuteRow { "TextFile", u"[open(/home/class/notes.txt)]"_s, {}, false, {} },
+        ExecuteRow { "NoClosingBracket", uR"([open(C:\A.qnd))"_s, {}, true, {} },
+        ExecuteRow {
+            "NoRoomForArgument", u"[open(]"_s, {}, false, { u"An unknown error occured: 5"_s } }),
+    [](const testing::TestParamInfo<ExecuteRow>& info) { return std::string(info.param.name); });
+
+TEST_F(MainWindowTest, ExecuteWhileADialogShowsIsRefusedWithMessage450)
+{
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.show();
+    prompts.answerMessage(MessageAnswer::Ok);
+    window->LinkExecute(u"[open(/home/class/Pets.qnd)]"_s);
+    dialog.hide();
+    EXPECT_TRUE(TestDocument::Made().isEmpty());
+    ASSERT_EQ(prompts.calls().size(), 1);
+    EXPECT_EQ(
+        prompts.calls()[0].text, u"You must close any dialog boxes before opening another file"_s);
+    EXPECT_EQ(prompts.calls()[0].icon, MessageIcon::Information);
+}
+
+TEST_F(MainWindowTest, ExecuteHidesTheNewFileChooserAndOpensTheFile)
+{
+    QTimer::singleShot(
+        0, window.get(), [this] { window->LinkExecute(u"[open(/home/class/Pets.qnd)]"_s); });
+    window->ShowNewFile();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(captions(), QStringList { u"Bramlet- Untitled:1"_s });
+    EXPECT_TRUE(prompts.messages().isEmpty());
+}
+
+// ---- Menus and images --------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, MenusTakeTheirCaptionsAndShortcutsFromTheStringTable)
+{
+    EXPECT_EQ(window->windowTitle(), u"Quorbin"_s);
+    EXPECT_EQ(window->FileMenu->title(), u"&File"_s);
+    QStringList fileItems;
+    for (QAction* item : window->SubFileMenu)
+        fileItems.append(item->text());
+    EXPECT_EQ(fileItems, (QStringList { u"&New..."_s, u"&Open..."_s, u"-"_s, u"E&xit"_s }));
+    EXPECT_TRUE(window->SubFileMenu[2]->isSeparator());
+    EXPECT_EQ(window->SubFileMenu[0]->shortcut(), QKeySequence(u"Ctrl+N"_s));
+    EXPECT_EQ(window->SubFileMenu[1]->shortcut(), QKeySequence(u"Ctrl+O"_s));
+    EXPECT_EQ(window->UtilitiesMenu->title(), GetResString(410));
+    ASSERT_EQ(window->SubUtilitiesMenu.size(), 1);
+    EXPECT_EQ(window->SubUtilitiesMenu[0]->text(), u"&Compact Database..."_s);
+    EXPECT_EQ(window->HelpMenu->title(), u"&Help"_s);
+    ASSERT_EQ(window->SubHelpMenu.size(), 1);
+    EXPECT_EQ(window->SubHelpMenu[0]->text(), u"&About..."_s);
+}
+
+TEST_F(MainWindowTest, CompactDatabaseIsOfferedOnlyWhenACompactionIsWiredIn)
+{
+    Frame::frmMDI without;
+    EXPECT_FALSE(without.SubUtilitiesMenu[0]->isEnabled());
+    Frame::RegisterDatabaseCompaction([](const QString&, const QString&) {});
+    Frame::frmMDI with;
+    EXPECT_TRUE(with.SubUtilitiesMenu[0]->isEnabled());
+}
+
+struct ImageRow
+{
+    int index;
+    const char* file;
+};
+
+class ToolbarImagesTest : public MainWindowTest, public testing::WithParamInterface<ImageRow>
+{
+};
+
+QImage Rendered(const QIcon& icon)
+{
+    return icon.pixmap(QSize(24, 24)).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+TEST_P(ToolbarImagesTest, HoldsTheDocumentedIconAtItsIndex)
+{
+    ASSERT_EQ(window->ToolbarImages.count(), 24);
+    const QImage expected = Rendered(QIcon(u":/icons/"_s + QLatin1String(GetParam().file)));
+    ASSERT_FALSE(expected.isNull()) << "artwork not compiled in";
+    EXPECT_EQ(Rendered(window->ToolbarImages.ListImages(GetParam().index)), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ToolbarImagesTest,
+    testing::Values(ImageRow { 1, "open.svg" }, ImageRow { 4, "make-graph.svg" },
+        ImageRow { 5, "bar-chart.svg" }, ImageRow { 13, "count-window.svg" },
+        ImageRow { 14, "make-3d.svg" }, ImageRow { 19, "create-formula.svg" },
+        ImageRow { 20, "picture-library.svg" }, ImageRow { 24, "queries-window.svg" }));
+
+TEST_F(MainWindowTest, EveryToolbarImageIsDrawn)
+{
+    for (int index = 1; index <= 24; ++index) {
+        const QImage image = Rendered(window->ToolbarImages.ListImages(index));
+        int painted = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                painted += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
+        }
+        EXPECT_GT(painted, 20) << index;
+    }
+    EXPECT_TRUE(window->ToolbarImages.ListImages(25).isNull());
+    EXPECT_TRUE(window->ToolbarImages.ListImages(0).isNull());
+}
+
+// ---- New-file chooser --------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, ChooserShowsItsCaptionsAndDisablesKindsWithoutWindows)
+{
+    Frame::UnregisterDocumentKind(2);
+    Frame::frmNewFile chooser(window.get());
+    EXPECT_EQ(chooser.windowTitle(), u"New File"_s);
+    EXPECT_EQ(chooser.lblSelect->text(), u"Click on the type of file you wish to create"_s);
+    const QStringList expected { u"&Open an Existing File"_s, u"New\nOrmse&y Graph"_s,
+        u"New\nTill&ane File"_s, u"New\nVel&kin File"_s, u"New\n&Bramlet File"_s,
+        u"New\n&Sprondle File"_s };
+    ASSERT_EQ(chooser.Command1.size(), 6);
+    for (int index = 0; index < 6; ++index) {
+        EXPECT_EQ(chooser.Command1[index]->text(), expected[index]) << index;
+        EXPECT_FALSE(chooser.Command1[index]->icon().isNull()) << index;
+        EXPECT_EQ(chooser.Command1[index]->isEnabled(), index != 3) << index;
+    }
+}
+
+struct ChooserRow
+{
+    const char* name;
+    int button;
+    QString caption;
+};
+
+void PrintTo(const ChooserRow& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+class ChooserTest : public MainWindowTest, public testing::WithParamInterface<ChooserRow>
+{
+};
+
+TEST_P(ChooserTest, ButtonClosesTheChooserThenOpensANewDocument)
+{
+    WhenModalShows([this](QWidget* modal) {
+        auto* chooser = qobject_cast<Frame::frmNewFile*>(modal);
+        ASSERT_NE(chooser, nullptr);
+        QTest::mouseClick(chooser->Command1[GetParam().button], Qt::LeftButton);
+    });
+    window->ShowNewFile();
+    EXPECT_EQ(captions(), QStringList { GetParam().caption });
+    ASSERT_EQ(TestDocument::Made().size(), 1);
+    ASSERT_EQ(TestDocument::Made()[0]->Arrivals.size(), 1);
+    EXPECT_TRUE(TestDocument::Made()[0]->Arrivals[0].fileName.isEmpty());
+    EXPECT_FALSE(TestDocument::Made()[0]->Arrivals[0].dialogShowing);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ChooserTest,
+    testing::Values(ChooserRow { "Ormsey", 1, u"Ormsey- Untitled:1"_s },
+        ChooserRow { "Tillane", 2, u"Tillane- Untitled:1"_s },
+        ChooserRow { "Velkin", 3, u"Velkin- Untitled:1"_s },
+        ChooserRow { "Bramlet", 4, u"Bramlet- Untitled:1"_s },
+        ChooserRow { "Sprondle", 5, u"Sprondle- Untitled:1"_s }),
+    [](const testing::TestParamInfo<ChooserRow>& info) { return std::string(info.param.name); });
+
+TEST_F(MainWindowTest, ChooserOpenButtonShowsTheOpenDialogWithAllFiles)
+{
+    prompts.answerOpenFile(std::nullopt);
+    WhenModalShows([](QWidget* modal) {
+        QTest::mouseClick(qobject_cast<Frame::frmNewFile*>(modal)->Command1[0], Qt::LeftButton);
+    });
+    window->ShowNewFile();
+    ASSERT_EQ(prompts.calls().size(), 1);
+    EXPECT_EQ(prompts.calls()[0].kind, ScriptedPrompts::Kind::OpenFile);
+    EXPECT_EQ(prompts.calls()[0].file.filterIndex, 1);
+    EXPECT_TRUE(captions().isEmpty());
+}
+
+TEST_F(MainWindowTest, ChooserClosedWithoutChoiceDoesNothing)
+{
+    WhenModalShows([](QWidget* modal) { modal->close(); });
+    window->ShowNewFile();
+    EXPECT_TRUE(captions().isEmpty());
+    EXPECT_TRUE(prompts.calls().isEmpty());
+}
+
+// ---- Ending ------------------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, ExitIsCancelledByADocumentsCloseQuery)
+{
+    window->OpenDocumentWindow(5, QString());
+    window->OpenDocumentWindow(1, QString());
+    documentAt(1)->AllowClose = false;
+    QSignalSpy unloaded(window.get(), &Frame::frmMDI::Unloaded);
+    window->show();
+    window->SubFileMenu[3]->trigger();
+    DeleteClosedWindows();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(unloaded.count(), 0);
+    EXPECT_EQ(window->mdiArea->subWindowList().size(), 2);
+    EXPECT_EQ(documentAt(1)->Queries, 1);
+}
+
+TEST_F(MainWindowTest, ExitAsksEachDocumentOnceAndDeletesThePictureFile)
+{
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    Frame::Settings().PictureTempFile = folder.filePath(u"QBNPicture.tmp"_s);
+    QFile picture(Frame::Settings().PictureTempFile);
+    ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
+    picture.close();
+    window->OpenDocumentWindow(5, QString());
+    window->OpenDocumentWindow(3, QString());
+    QSignalSpy unloaded(window.get(), &Frame::frmMDI::Unloaded);
+    window->show();
+
+    EXPECT_TRUE(window->close());
+    DeleteClosedWindows();
+    EXPECT_EQ(unloaded.count(), 1);
+    EXPECT_FALSE(QFile::exists(Frame::Settings().PictureTempFile));
+    ASSERT_EQ(TestDocument::Made().size(), 2);
+    EXPECT_TRUE(TestDocument::Made()[0].isNull());
+    EXPECT_TRUE(TestDocument::Made()[1].isNull());
+    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
+    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(1).Free);
+}
+
+TEST_F(MainWindowTest, ExitWithoutPictureFileStillEnds)
+{
+    Frame::Settings().PictureTempFile = u"/nonexistent/QBNPicture.tmp"_s;
+    QSignalSpy unloaded(window.get(), &Frame::frmMDI::Unloaded);
+    window->show();
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(unloaded.count(), 1);
+}
+
+// ---- Compact Database --------------------------------------------------------------------------
+
+struct CompactionCall
+{
+    QString fileName;
+    QString workFile;
+};
+
+TEST_F(MainWindowTest, CompactWithoutTemporaryFolderShowsMessage455)
+{
+    QList<CompactionCall> compacted;
+    Frame::RegisterDatabaseCompaction([&compacted](const QString& file, const QString& work) {
+        compacted.append({ file, work });
+    });
+    Frame::Settings().TempFolder.clear();
+    prompts.answerMessage(MessageAnswer::Ok);
+    window->CompactDatabase();
+    ASSERT_EQ(prompts.calls().size(), 1);
+    EXPECT_EQ(prompts.calls()[0].text,
+        u"You cannot compact a database because there is no temporary path set."_s);
+    EXPECT_EQ(prompts.calls()[0].title, u"Quorbin"_s);
+    EXPECT_EQ(prompts.calls()[0].icon, MessageIcon::Information);
+    EXPECT_TRUE(compacted.isEmpty());
+}
+
+TEST_F(MainWindowTest, CompactRunsTheCompactionWithTheWorkFileAndReports456)
+{
+    QList<CompactionCall> compacted;
+    Frame::RegisterDatabaseCompaction([&compacted](const QString& file, const QString& work) {
+        compacted.append({ file, work });
+    });
+    Frame::Settings().TempFolder = u"/tmp/quorbin-test"_s;
+    prompts.answerOpenFile(Frame::FileChoice { u"/home/class/Pets.qnd"_s, 1 })
+        .answerMessage(MessageAnswer::Ok);
+    window->CompactDatabase();
+    ASSERT_EQ(prompts.calls().size(), 2);
+    const Frame::FileDialogRequest& request = prompts.calls()[0].file;
+    EXPECT_EQ(request.title, u"Compact Database"_s);
+    EXPECT_EQ(request.filter, u"Quorbin Database Files|*.qnd"_s);
+    EXPECT_EQ(request.filterIndex, 1);
+    EXPECT_EQ(prompts.calls()[1].text, u"Database successfully compacted"_s);
+    EXPECT_EQ(prompts.calls()[1].icon, MessageIcon::Information);
+    ASSERT_EQ(compacted.size(), 1);
+    EXPECT_EQ(compacted[0].fileName, u"/home/class/Pets.qnd"_s);
+    EXPECT_EQ(compacted[0].workFile, u"/tmp/quorbin-test/Quorbin.tmp"_s);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(MainWindowTest, FailedOrCancelledCompactionEndsSilently)
+{
+    int attempts = 0;
+    Frame::RegisterDatabaseCompaction([&attempts](const QString&, const QString&) {
+        ++attempts;
+        throw std::runtime_error("database is open");
+    });
+    Frame::Settings().TempFolder = u"/tmp"_s;
+    prompts.answerOpenFile(std::nullopt).answerOpenFile(Frame::FileChoice { u"/tmp/A.qnd"_s, 1 });
+    window->CompactDatabase();
+    window->CompactDatabase();
+    EXPECT_EQ(attempts, 1);
+    EXPECT_TRUE(prompts.messages().isEmpty());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+// ---- About box ---------------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, AboutShowsTitleAndVersion)
+{
+    QString caption;
+    QStringList texts;
+    WhenModalShows([&caption, &texts](QWidget* modal) {
+        caption = modal->windowTitle();
+        for (const QLabel* label : modal->findChildren<QLabel*>())
+            texts.append(label->text());
+        modal->close();
+    });
+    window->SubHelpMenu[0]->trigger();
+    EXPECT_EQ(caption, u"About Quorbin"_s);
+    EXPECT_TRUE(texts.contains(u"Quorbin"_s));
+    EXPECT_TRUE(texts.contains(u"Version "_s + QStringLiteral(QUORBIN_VERSION)))
+        << texts.join(u'|').toStdString();
+}
+
+} // namespace
