@@ -308,11 +308,11 @@ TEST_F(MainWindowTest, MenusTakeTheirCaptionsAndShortcutsFromTheStringTable)
     QStringList fileItems;
     for (QAction* item : window->SubFileMenu)
         fileItems.append(item->text());
-    EXPECT_EQ(fileItems, (QStringList { u"&New..."_s, u"&Open..."_s, u"-"_s, u"E&xit"_s }));
+    EXPECT_EQ(fileItems, (QStringList { u"&New..."_s, u"&Open..."_s, QString(), u"E&xit"_s }));
     EXPECT_TRUE(window->SubFileMenu[2]->isSeparator());
     EXPECT_EQ(window->SubFileMenu[0]->shortcut(), QKeySequence(u"Ctrl+N"_s));
     EXPECT_EQ(window->SubFileMenu[1]->shortcut(), QKeySequence(u"Ctrl+O"_s));
-    EXPECT_EQ(window->UtilitiesMenu->title(), GetResString(410));
+    EXPECT_EQ(window->UtilitiesMenu->title(), u"&Utilities"_s);
     ASSERT_EQ(window->SubUtilitiesMenu.size(), 1);
     EXPECT_EQ(window->SubUtilitiesMenu[0]->text(), u"&Compact Database..."_s);
     EXPECT_EQ(window->HelpMenu->title(), u"&Help"_s);
