@@ -1,8 +1,11 @@
 #include "graph/Graph.h"
 
 #include "frame/FrameSettings.h"
+#include "platform/emf/Player.h"
 #include "platform/runtime/Error.h"
 
+#include <QTemporaryDir>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -370,6 +373,36 @@ TEST_F(GraphTest, PictureIsRedrawnAfterAChange)
     EXPECT_FALSE(graph.PictureStale);
     EXPECT_GE(graph.Width(), 400);
     EXPECT_GE(graph.Height(), 420);
+}
+
+TEST_F(GraphTest, ExportedPictureLooksLikeTheGraph)
+{
+    Graph graph;
+    graph.GraphTitle(u"Fruit"_s);
+    graph.Data(0, 0, u"Apples"_s);
+    graph.Data(0, 1, u"12"_s);
+    graph.Data(1, 0, u"Pears"_s);
+    graph.Data(1, 1, u"7"_s);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"fruit.emf"_s);
+    ASSERT_EQ(graph.ExportGraph(path), QString());
+    const Emf::Picture exported = Emf::Picture::fromFile(path);
+    ASSERT_TRUE(exported.isValid()) << exported.errorText().toStdString();
+    const QSize size(graph.Width(), graph.Height());
+    const QImage copy = Emf::RenderPicture(exported, size);
+    const QImage original = Emf::RenderPicture(*graph.hMF(), size);
+    // Playing into a recording turns the mapping into a world transform, so text and line
+    // edges may be smoothed a little differently; no pixel may change colour.
+    int differing = 0;
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) {
+            const QColor a = copy.pixelColor(x, y);
+            const QColor b = original.pixelColor(x, y);
+            const int difference = std::max({ std::abs(a.red() - b.red()),
+                std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue()) });
+            differing += difference > 96;
+        }
+    EXPECT_EQ(differing, 0);
 }
 
 } // namespace
