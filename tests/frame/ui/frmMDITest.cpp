@@ -296,6 +296,9 @@ TEST_F(MainWindowTest, ExecuteHidesTheNewFileChooserAndOpensTheFile)
     window->ShowNewFile();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(captions(), QStringList { u"Bramlet- Untitled:1"_s });
+    ASSERT_EQ(TestDocument::Made().size(), 1);
+    ASSERT_EQ(TestDocument::Made()[0]->Arrivals.size(), 1);
+    EXPECT_FALSE(TestDocument::Made()[0]->Arrivals[0].dialogShowing);
     EXPECT_TRUE(prompts.messages().isEmpty());
 }
 
