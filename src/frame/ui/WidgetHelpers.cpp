@@ -35,8 +35,10 @@ void SetMenuCaptions(const QList<QAction*>& items, int firstId)
         if (item == nullptr)
             continue;
         const QString caption = GetResString(firstId + int(index));
-        item->setSeparator(caption == u"-");
-        item->setText(caption);
+        // A separator keeps no text: some styles print it beside the line.
+        const bool separator = caption == u"-";
+        item->setSeparator(separator);
+        item->setText(separator ? QString() : caption);
     }
 }
 

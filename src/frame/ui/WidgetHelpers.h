@@ -8,8 +8,8 @@
 // window sizes.
 namespace Frame {
 
-// Item i takes GetResString(firstId + i). A caption of "-" makes the item a separator, as
-// the program's menus mark them. A menu's own title is set through its menuAction().
+// Item i takes GetResString(firstId + i). A caption of "-" makes the item a separator with no
+// text, as the program's menus mark them. A menu's own title is set through its menuAction().
 void SetMenuCaptions(const QList<QAction*>& items, int firstId);
 
 // Every widget inside `window` whose dynamic property "Tag" holds a number takes its text

@@ -89,11 +89,6 @@ void frmMDI::buildMenus()
         SubFileMenu.append(FileMenu->addAction(QString()));
     SetMenuCaptions({ FileMenu->menuAction() }, fileMenuText);
     SetMenuCaptions(SubFileMenu, fileMenuText + 1);
-    // The style would print a separator's "-" beside its line.
-    for (QAction* item : SubFileMenu) {
-        if (item->isSeparator())
-            item->setText(QString());
-    }
     SubFileMenu[0]->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
     SubFileMenu[1]->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
     SubFileMenu[1]->setIcon(ResourceIcon(127));

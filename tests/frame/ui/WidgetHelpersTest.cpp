@@ -37,7 +37,8 @@ TEST(SetMenuCaptions, TakesConsecutiveStringsAndMarksSeparators)
     Frame::SetMenuCaptions(items, 401);
 
     EXPECT_EQ(fileMenu->title(), u"&File"_s);
-    const QStringList expected { u"&New..."_s, u"&Open..."_s, u"-"_s, u"E&xit"_s };
+    // The separator's "-" marks it in the string table and is not shown.
+    const QStringList expected { u"&New..."_s, u"&Open..."_s, QString(), u"E&xit"_s };
     for (qsizetype index = 0; index < items.size(); ++index) {
         EXPECT_EQ(items[index]->text(), expected[index]) << index;
         EXPECT_EQ(items[index]->isSeparator(), index == 2) << index;
