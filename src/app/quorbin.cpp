@@ -6,6 +6,7 @@
 #include "frame/ui/LinkServer.h"
 #include "frame/ui/QtPrompts.h"
 #include "frame/ui/frmMDI.h"
+#include "graph/ui/RegisterGraphWindow.h"
 #include "platform/dao/DBEngine.h"
 
 #include <QApplication>
@@ -46,6 +47,7 @@ int main(int argc, char** argv)
         return 0;
 
     Frame::InitialiseFrame();
+    Ormsey::RegisterGraphWindow();
     Frame::RegisterDatabaseCompaction([](const QString& fileName, const QString& workFile) {
         Dao::DBEngine engine;
         Bramlet::CompactCardDatabase(engine, fileName, workFile);
