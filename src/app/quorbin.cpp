@@ -17,17 +17,18 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The shell starts the program with the document's path (or "/n", which asks for nothing);
-// it arrives as the open command, as the running copy would receive it.
-QString ExecuteStringFromArguments(const QStringList& arguments)
+// The shell starts the program with the documents' paths (or "/n", which asks for nothing);
+// each arrives as an open command, as the running copy would receive it.
+QStringList ExecuteStringsFromArguments(const QStringList& arguments)
 {
+    QStringList commands;
     for (qsizetype index = 1; index < arguments.size(); ++index) {
         const QString& argument = arguments[index];
         if (argument.compare(u"/n"_s, Qt::CaseInsensitive) == 0 || argument.isEmpty())
             continue;
-        return u"[open("_s + QFileInfo(argument).absoluteFilePath() + u")]"_s;
+        commands.append(u"[open("_s + QFileInfo(argument).absoluteFilePath() + u")]"_s);
     }
-    return {};
+    return commands;
 }
 
 } // namespace
@@ -40,11 +41,15 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName(u"Pellimore Soft"_s);
     QApplication::setDesktopFileName(u"quorbin"_s);
 
-    const QString executeString = ExecuteStringFromArguments(QApplication::arguments());
+    const QStringList executeStrings = ExecuteStringsFromArguments(QApplication::arguments());
     Frame::LinkServer linkServer;
-    if (linkServer.startOrForward(Frame::LinkServer::DefaultName(), executeString)
-        == Frame::LinkServer::Start::Forwarded)
+    if (linkServer.startOrForward(Frame::LinkServer::DefaultName(), executeStrings.value(0))
+        == Frame::LinkServer::Start::Forwarded) {
+        // The running copy takes one command at a time.
+        for (qsizetype index = 1; index < executeStrings.size(); ++index)
+            Frame::LinkServer::send(Frame::LinkServer::DefaultName(), executeStrings[index]);
         return 0;
+    }
 
     Frame::InitialiseFrame();
     Ormsey::RegisterGraphWindow();
@@ -68,12 +73,12 @@ int main(int argc, char** argv)
 
     mainWindow.resize(1024, 720);
     mainWindow.show();
-    // After the event loop has started, so that the chooser is modal over a visible window; a
-    // document named on the command line takes the chooser's place.
-    QTimer::singleShot(0, &mainWindow, [&mainWindow, executeString] {
-        if (executeString.isEmpty())
+    // After the event loop has started, so that the chooser is modal over a visible window;
+    // documents named on the command line take the chooser's place.
+    QTimer::singleShot(0, &mainWindow, [&mainWindow, executeStrings] {
+        if (executeStrings.isEmpty())
             mainWindow.ShowNewFile();
-        else
+        for (const QString& executeString : executeStrings)
             mainWindow.LinkExecute(executeString);
     });
     const int result = QApplication::exec();
