@@ -125,7 +125,6 @@ frmOrmsey::frmOrmsey(QWidget* parent)
     if (layout.isValid())
         restoreState(layout.toByteArray());
     GetDataFromGraphObject();
-    resize(900, 560);
 }
 
 frmOrmsey::~frmOrmsey() = default;
@@ -150,6 +149,7 @@ void frmOrmsey::buildInputArea()
 
     GridModel = new DataGridModel(*m_graph, this);
     grdData = new DataGrid(GridModel);
+    input->setMinimumWidth(300);
     auto* layout = new QVBoxLayout(input);
     layout->addLayout(fields);
     layout->addWidget(grdData, 1);
@@ -160,6 +160,7 @@ void frmOrmsey::buildInputArea()
     splitter->addWidget(picGraph);
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 3);
+    splitter->setSizes({ 380, 540 });
     splitter->setChildrenCollapsible(false);
     setCentralWidget(splitter);
 }
@@ -314,24 +315,30 @@ void frmOrmsey::setFileName(const QString& fileName)
 
 void frmOrmsey::OpenGraphFile(const QString& path)
 {
-    const Hourglass hourglass;
     grdData->EndCellEdit();
     if (!QFileInfo::exists(path)) {
         ReportError(GetResString(unknownErrorText) + QString::number(fileNotFound));
         return;
     }
-    m_fileName = path;
-    try {
-        m_graph->LoadGraphData(path);
-    } catch (const Runtime::Error& error) {
-        // The cells read before the damage stay; the user sees what could be read.
-        ReportError(GetResString(unknownErrorText) + QString::number(error.number()));
+    int failure = 0;
+    {
+        const Hourglass hourglass;
+        m_fileName = path;
+        try {
+            m_graph->LoadGraphData(path);
+        } catch (const Runtime::Error& error) {
+            // The cells read before the damage stay; the user sees what could be read.
+            failure = error.number();
+        }
+        QCoreApplication::processEvents();
+        GetDataFromGraphObject();
+        SetChanged(false);
+        SetCaption();
+        RefreshPicture();
     }
-    QCoreApplication::processEvents();
-    GetDataFromGraphObject();
-    SetChanged(false);
-    SetCaption();
-    RefreshPicture();
+    // After the hourglass, so the message shows the normal pointer.
+    if (failure != 0)
+        ReportError(GetResString(unknownErrorText) + QString::number(failure));
 }
 
 void frmOrmsey::FileOpen()

@@ -99,6 +99,10 @@ public:
     // By string id: 501 to 545 (menus) and 551 to 561 (toolbar buttons, keyed 1551 to 1561).
     QAction* Action(int id) const;
 
+    // Room for the grid's first columns beside a readable picture when the main window
+    // places a new graph window.
+    QSize sizeHint() const override { return { 940, 560 }; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -9,6 +9,7 @@
 #include "graph/ui/PictureBox.h"
 #include "graph/ui/PrintPicture.h"
 #include "graph/ui/RegisterGraphWindow.h"
+#include "graph/ui/frmEditDataSeries.h"
 #include "graph/ui/frmOrmseyPrint.h"
 #include "platform/emf/Picture.h"
 #include "platform/emf/RecordTrace.h"
@@ -25,8 +26,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -620,6 +624,38 @@ TEST_F(GraphWindowTest, TextStyleSetsTheGraphFont)
     window->Action(523)->trigger();
     EXPECT_EQ(graph().GraphFont(), u"Liberation Serif"_s);
     EXPECT_EQ(prompts.calls()[1].initialFont.family(), u"Liberation Serif"_s);
+}
+
+TEST_F(GraphWindowTest, EditDataSeriesRenamesTheHeadings)
+{
+    TypeCell(0, 0, u"Week 1"_s);
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<Ormsey::frmEditDataSeries*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->updSeries->setValue(2);
+        dialog->txtSeriesLabel[0]->setText(u"Boys"_s);
+        dialog->txtSeriesLabel[1]->setText(u"Girls"_s);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdOK"_s), Qt::LeftButton);
+    });
+    window->Action(545)->trigger();
+    EXPECT_EQ(Heading(1), u"Boys"_s);
+    EXPECT_EQ(Heading(2), u"Girls"_s);
+    EXPECT_TRUE(window->IsChanged());
+}
+
+TEST_F(GraphWindowTest, ADamagedFileIsReportedAndKeepsWhatWasRead)
+{
+    const QString path = PathIn(u"damaged.qnp"_s);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Ormsey Data File]\r\nRow1 = \"Owls\",\"2\"\r\n"
+               "Row2 = \"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\"\r\n");
+    file.close();
+    prompts.answerMessage(MessageAnswer::Ok);
+    window->OpenGraphFile(path);
+    EXPECT_EQ(prompts.messages(), QStringList { u"An unknown error occured: 9"_s });
+    EXPECT_EQ(window->FileName(), path);
+    EXPECT_EQ(Cell(0, 0), u"Owls"_s);
 }
 
 TEST_F(GraphWindowTest, ProducersFillTheGraphAndTheWindowShowsIt)
