@@ -1,20 +1,14 @@
 #include "graph/GraphCommand.h"
 
 #include "graph/Graph.h"
-#include "platform/emf/Player.h"
+#include "graph/GraphPictureFile.h"
 #include "platform/io/SafeFileWriter.h"
 #include "platform/profile/TextDecoding.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 
-#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QImage>
-#include <QPageSize>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -239,57 +233,6 @@ void applyOptions(const ConvertOptions& options, Graph& graph)
         graph.DisplayLegend(true);
 }
 
-QString writeBytes(const QString& path, const QByteArray& bytes)
-{
-    return Io::SafeFileWriter::writeFile(
-        path, [&](QIODevice& device) { return device.write(bytes) == bytes.size(); });
-}
-
-QByteArray pngBytes(const Emf::Picture& picture, QSize size)
-{
-    const QImage image = Emf::RenderPicture(picture, size);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-QByteArray svgBytes(const Emf::Picture& picture, QSize size)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QSvgGenerator generator;
-    generator.setOutputDevice(&buffer);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
-    generator.setResolution(96);
-    {
-        QPainter painter(&generator);
-        Emf::PlayPicture(picture, painter, QRectF(QPointF(0, 0), size));
-    }
-    return bytes;
-}
-
-QByteArray pdfBytes(const Emf::Picture& picture, QSize size)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    {
-        QPdfWriter writer(&buffer);
-        // One page the size of the picture, at the 96 dpi of the reference screen.
-        writer.setResolution(96);
-        writer.setPageSize(QPageSize(
-            QSizeF(size.width() * 72.0 / 96.0, size.height() * 72.0 / 96.0), QPageSize::Point));
-        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-        QPainter painter(&writer);
-        Emf::PlayPicture(picture, painter, QRectF(QPointF(0, 0), size));
-    }
-    return bytes;
-}
-
 QString writeOutput(const ConvertOptions& options, Graph& graph)
 {
     const QString kind = extension(options.output);
@@ -297,23 +240,7 @@ QString writeOutput(const ConvertOptions& options, Graph& graph)
         return graph.SaveGraphData(options.output);
     if (!graph.GraphHasData())
         return u"The graph has no data to draw."_s;
-    if (kind == u"emf"_s)
-        return graph.ExportGraph(options.output);
-
-    const Emf::Picture* picture = graph.hMF();
-    if (!picture)
-        return u"The graph could not be drawn."_s;
-    QSize size(std::max(graph.Width(), 1), std::max(graph.Height(), 1));
-    if (kind == u"png"_s) {
-        if (options.width > 0) {
-            const double scale = double(options.width) / size.width();
-            size = QSize(options.width, std::max(1, int(std::lround(size.height() * scale))));
-        }
-        return writeBytes(options.output, pngBytes(*picture, size));
-    }
-    if (kind == u"svg"_s)
-        return writeBytes(options.output, svgBytes(*picture, size));
-    return writeBytes(options.output, pdfBytes(*picture, size));
+    return WriteGraphPicture(graph, options.output, options.width);
 }
 
 int convert(const QStringList& arguments, QTextStream& err)

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace Ormsey {
+
+class Graph;
+
+// Writes the graph's picture to `path` as the type its extension names, in any case: .png,
+// .svg or .pdf are the metafile played back at the picture's own size (a PNG `pngWidth`
+// pixels wide when that is above 0, its height in proportion); any other ending gets the
+// enhanced metafile itself. The file goes through a temporary file, so a failure leaves no
+// half-written file and keeps an older one. Returns the empty string on success, else why
+// the file was not written.
+QString WriteGraphPicture(Graph& graph, const QString& path, int pngWidth = 0);
+
+} // namespace Ormsey
