@@ -1,3 +1,4 @@
+#include <QStandardPaths>
 #include <gtest/gtest.h>
 
 #ifdef QUORBIN_TEST_WIDGETS
@@ -13,6 +14,8 @@ int main(int argc, char** argv)
     // Headless unless the caller asked for a real display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Settings the windows keep (toolbar layouts) go to a test folder, never the user's own.
+    QStandardPaths::setTestModeEnabled(true);
     testing::InitGoogleTest(&argc, argv);
     TestApplication application(argc, argv);
     return RUN_ALL_TESTS();
