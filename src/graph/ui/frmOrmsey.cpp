@@ -127,7 +127,14 @@ frmOrmsey::frmOrmsey(QWidget* parent)
     GetDataFromGraphObject();
 }
 
-frmOrmsey::~frmOrmsey() = default;
+frmOrmsey::~frmOrmsey()
+{
+    // Tearing the widgets down moves the focus, and a box losing it would hand its text to
+    // this window after its own part is gone: nothing of the children may call back now.
+    const QList<QObject*> children = findChildren<QObject*>();
+    for (QObject* child : children)
+        QObject::disconnect(child, nullptr, this, nullptr);
+}
 
 void frmOrmsey::buildInputArea()
 {
