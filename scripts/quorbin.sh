@@ -34,6 +34,8 @@ install_missing() {
 }
 
 jobs=$(nproc 2>/dev/null || echo 2)
+# Clones in other folders share the compiler cache: paths are hashed relative to the clone.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=true
 
 build() {
     local preset=$1
@@ -47,7 +49,7 @@ run_fuzzers() {
     [ -d "$dir" ] || return 0
     local target
     for target in "$dir"/*/fuzz_*; do
-        [ -x "$target" ] || continue
+        [ -f "$target" ] && [ -x "$target" ] || continue
         local name corpus work
         name=$(basename "$target")
         corpus="tests/fuzz/corpus/${name#fuzz_}"
