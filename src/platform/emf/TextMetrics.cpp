@@ -1,7 +1,9 @@
 #include "platform/emf/TextMetrics.h"
 
 #include <QFontMetricsF>
+#include <array>
 #include <cmath>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -26,7 +28,9 @@ QFont baseFont(const LogFont& font)
 
 } // namespace
 
-QFont FontFromLogFont(const LogFont& font)
+namespace {
+
+QFont ResolveFont(const LogFont& font)
 {
     QFont result = baseFont(font);
     // Heights beyond any real text are held so that a foreign file cannot ask for a glyph
@@ -46,9 +50,50 @@ QFont FontFromLogFont(const LogFont& font)
     return result;
 }
 
+// The fields that decide the font; width, angles and the rest do not change the measures.
+bool SameFont(const LogFont& a, const LogFont& b)
+{
+    return a.height == b.height && a.weight == b.weight && a.italic == b.italic
+        && a.underline == b.underline && a.strikeOut == b.strikeOut && a.faceName == b.faceName;
+}
+
+struct ResolvedFont
+{
+    LogFont key;
+    QFont font;
+    QFontMetricsF metrics;
+};
+
+// A graph measures every label in one of a handful of fonts, and resolving a font (a probe at
+// a large size, then the real size) costs far more than measuring with it: the last few are
+// kept. One user-interface thread measures. The cache is never freed, so that no font
+// outlives the application object in a destructor at exit.
+const ResolvedFont& Resolve(const LogFont& font)
+{
+    constexpr std::size_t cacheSize = 8;
+    static auto* cache = new std::array<std::unique_ptr<ResolvedFont>, cacheSize>();
+    static std::size_t next = 0;
+    for (const auto& entry : *cache) {
+        if (entry && SameFont(entry->key, font))
+            return *entry;
+    }
+    const QFont resolved = ResolveFont(font);
+    auto& slot = (*cache)[next];
+    next = (next + 1) % cacheSize;
+    slot = std::make_unique<ResolvedFont>(ResolvedFont { font, resolved, QFontMetricsF(resolved) });
+    return *slot;
+}
+
+} // namespace
+
+QFont FontFromLogFont(const LogFont& font)
+{
+    return Resolve(font).font;
+}
+
 SizeL MeasureText(const LogFont& font, QStringView text)
 {
-    const QFontMetricsF metrics(FontFromLogFont(font));
+    const QFontMetricsF& metrics = Resolve(font).metrics;
     std::int64_t width = 0;
     for (std::uint32_t advance : CharacterAdvances(font, text))
         width += advance;
@@ -58,7 +103,7 @@ SizeL MeasureText(const LogFont& font, QStringView text)
 
 std::vector<std::uint32_t> CharacterAdvances(const LogFont& font, QStringView text)
 {
-    const QFontMetricsF metrics(FontFromLogFont(font));
+    const QFontMetricsF& metrics = Resolve(font).metrics;
     std::vector<std::uint32_t> advances;
     advances.reserve(static_cast<std::size_t>(text.size()));
     double exact = 0;
@@ -69,8 +114,10 @@ std::vector<std::uint32_t> CharacterAdvances(const LogFont& font, QStringView te
             advances.push_back(0);
             continue;
         }
-        const qsizetype length = text[index].isHighSurrogate() && index + 1 < text.size() ? 2 : 1;
-        exact += metrics.horizontalAdvance(text.sliced(index, length).toString());
+        if (text[index].isHighSurrogate() && index + 1 < text.size())
+            exact += metrics.horizontalAdvance(text.sliced(index, 2).toString());
+        else
+            exact += metrics.horizontalAdvance(text[index]);
         const long next = std::lround(exact);
         advances.push_back(static_cast<std::uint32_t>(std::max(0L, next - placed)));
         placed = std::max(placed, next);
