@@ -313,6 +313,8 @@ void frmOrmsey::SetCaption()
 
 void frmOrmsey::setFileName(const QString& fileName)
 {
+    // A pupil starts typing data straight away: the keys go to the grid's first cell.
+    grdData->setFocus();
     if (fileName.isEmpty()) {
         m_fileName.clear();
         return;
