@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -57,6 +58,9 @@ QString MetaFile::Description()
 
 void MetaFile::OpenMF(const Emf::ReferenceDevice& reference, const QString& fileName)
 {
+    Emf::Picture::Storage spare;
+    if (m_picture)
+        spare = std::move(*m_picture).takeStorage();
     m_picture.reset();
     m_context.reset();
     m_device = reference;
@@ -66,7 +70,8 @@ void MetaFile::OpenMF(const Emf::ReferenceDevice& reference, const QString& file
     const Emf::RectL frame { Runtime::CLng(Left * m_pixelWidth), Runtime::CLng(Top * m_pixelHeight),
         Runtime::CLng((double(Left) + Width) * m_pixelWidth),
         Runtime::CLng((double(Top) + Height) * m_pixelHeight) };
-    m_context = std::make_unique<Emf::RecordingContext>(reference, frame, Description());
+    m_context = std::make_unique<Emf::RecordingContext>(
+        reference, frame, Description(), std::move(spare));
 
     m_penStyle = NullPenStyle;
     m_penWidthX = 1;

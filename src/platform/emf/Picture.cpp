@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QIODevice>
 #include <uemf_safe.h>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -58,6 +59,23 @@ Picture Picture::fromBytes(const QByteArray& bytes)
         picture.m_bytes = QByteArray(bytes.constData(), bytes.size());
     picture.read();
     return picture;
+}
+
+Picture Picture::fromRecording(Storage storage)
+{
+    Picture picture;
+    picture.m_bytes = std::move(storage.bytes);
+    picture.m_records = std::move(storage.records);
+    picture.m_valid = picture.readHeader();
+    if (!picture.m_valid)
+        picture.m_records.clear();
+    return picture;
+}
+
+Picture::Storage Picture::takeStorage() &&
+{
+    m_valid = false;
+    return { std::exchange(m_bytes, {}), std::exchange(m_records, {}) };
 }
 
 Picture Picture::fromFile(const QString& path)

@@ -45,6 +45,18 @@ public:
     // Reads at most MaximumFileSize bytes; a larger or unreadable file gives an invalid picture.
     static Picture fromFile(const QString& path);
 
+    // The bytes and record list of a picture, handed back for a later recording to fill again:
+    // a graph redrawn many times then writes into memory it already has.
+    struct Storage
+    {
+        QByteArray bytes;
+        std::vector<RecordSpan> records;
+    };
+    // A picture just recorded by this program: `records` already lists where each record
+    // lies, so the bytes are not checked record by record as a file's are.
+    static Picture fromRecording(Storage storage);
+    Storage takeStorage() &&;
+
     static constexpr qsizetype MaximumFileSize = 256 * 1024 * 1024;
     static constexpr std::uint32_t Signature = 0x464D4520; // " EMF"
 

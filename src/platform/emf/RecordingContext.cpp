@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <uemf.h>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -89,11 +90,16 @@ std::int32_t clampToInt(double value)
 
 } // namespace
 
-RecordingContext::RecordingContext(
-    const ReferenceDevice& device, const RectL& frame, const QString& description)
+RecordingContext::RecordingContext(const ReferenceDevice& device, const RectL& frame,
+    const QString& description, Picture::Storage spare)
     : m_device(device)
+    , m_bytes(std::move(spare.bytes))
+    , m_records(std::move(spare.records))
     , m_objects(1)
 {
+    // Emptied, keeping the memory (unless the bytes are shared, when they are left alone).
+    m_bytes.resize(0);
+    m_records.clear();
     m_state.pen = Stock::BlackPen;
     m_state.brush = Stock::WhiteBrush;
     m_state.font = Stock::SystemFont;
@@ -119,6 +125,11 @@ void RecordingContext::appendOwned(QByteArrayView record)
 {
     if (m_finished)
         return;
+    if (m_recordCount > 0) {
+        std::uint32_t type = 0;
+        std::memcpy(&type, record.data(), sizeof type);
+        m_records.push_back({ type, m_bytes.size(), record.size() });
+    }
     m_bytes.append(record.data(), record.size());
     ++m_recordCount;
 }
@@ -767,7 +778,7 @@ Picture RecordingContext::finish()
     putU32(m_bytes, RecordCountOffset, m_recordCount);
     const std::uint16_t handles = static_cast<std::uint16_t>(m_highestSlot + 1);
     std::memcpy(m_bytes.data() + HandleCountOffset, &handles, sizeof handles);
-    return Picture::fromBytes(std::exchange(m_bytes, {}));
+    return Picture::fromRecording({ std::exchange(m_bytes, {}), std::exchange(m_records, {}) });
 }
 
 } // namespace Emf

@@ -38,8 +38,9 @@ public:
     };
 
     // `frame`: the picture frame in hundredths of a millimetre. `description`: the header's
-    // text, nulls included.
-    RecordingContext(const ReferenceDevice& device, const RectL& frame, const QString& description);
+    // text, nulls included. `spare`: the storage of a picture no longer needed, written over.
+    RecordingContext(const ReferenceDevice& device, const RectL& frame, const QString& description,
+        Picture::Storage spare = {});
     RecordingContext(const RecordingContext&) = delete;
     RecordingContext& operator=(const RecordingContext&) = delete;
 
@@ -159,6 +160,7 @@ private:
 
     ReferenceDevice m_device;
     QByteArray m_bytes;
+    std::vector<RecordSpan> m_records; // after the header
     std::uint32_t m_recordCount = 0;
     std::vector<ObjectSlot> m_objects; // slot 0 is never used
     std::uint32_t m_highestSlot = 0;

@@ -6,6 +6,7 @@
 #include "platform/emf/TextMetrics.h"
 
 #include <QStringList>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -450,6 +451,63 @@ TEST(RecordingContextTest, CopiedRecordMustDeclareItsOwnSize)
     EXPECT_FALSE(context.appendRecord(record));
     EXPECT_FALSE(context.appendRecord(record.first(6)));
     EXPECT_EQ(drawnRecords(context.finish()), (QStringList { u"SAVEDC"_s }));
+}
+
+bool sameRecords(const std::vector<Emf::RecordSpan>& a, const std::vector<Emf::RecordSpan>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return x.type == y.type && x.offset == y.offset && x.size == y.size;
+    });
+}
+
+void drawSomething(RecordingContext& context, int shift)
+{
+    context.selectObject(context.createPen(solidPen(3, 0x0000FF)));
+    context.rectangle({ shift, 20, 30 + shift, 40 });
+    context.beginPath();
+    context.moveTo({ 1, 1 });
+    context.lineTo({ 50 + shift, 9 });
+    context.endPath();
+    context.strokePath();
+    context.textOut({ 5, 5 }, u"Apples"_s);
+}
+
+TEST(RecordingContextTest, RecordListMatchesTheBytesAsAReaderFindsThem)
+{
+    RecordingContext context = newContext();
+    drawSomething(context, 0);
+    const Emf::Picture recorded = context.finish();
+    const Emf::Picture read = Emf::Picture::fromBytes(recorded.bytes());
+    ASSERT_TRUE(read.isValid());
+    EXPECT_EQ(read.errorText(), QString());
+    // Pen made and selected, rectangle, five path records, text, end.
+    EXPECT_EQ(recorded.records().size(), 10u);
+    EXPECT_TRUE(sameRecords(recorded.records(), read.records()));
+}
+
+TEST(RecordingContextTest, RecordingIntoASparePictureGivesTheSameBytesAndSparesItsCopies)
+{
+    RecordingContext first = newContext();
+    drawSomething(first, 200);
+    first.textOut({ 9, 9 }, u"A longer first picture than the second"_s);
+    Emf::Picture old = first.finish();
+    const Emf::Picture kept = old; // shares the bytes
+    const QByteArray keptBytes = kept.bytes();
+
+    RecordingContext fresh = newContext();
+    drawSomething(fresh, 7);
+    const Emf::Picture expected = fresh.finish();
+
+    RecordingContext reused(Emf::ReferenceDevice::Screen(), frame, u"Pellimore"_s + QChar(0),
+        std::move(old).takeStorage());
+    drawSomething(reused, 7);
+    const Emf::Picture picture = reused.finish();
+
+    EXPECT_FALSE(old.isValid());
+    EXPECT_EQ(picture.bytes(), expected.bytes());
+    EXPECT_TRUE(sameRecords(picture.records(), expected.records()));
+    EXPECT_EQ(kept.bytes(), keptBytes);
+    EXPECT_TRUE(sameRecords(kept.records(), Emf::Picture::fromBytes(keptBytes).records()));
 }
 
 TEST(RecordingContextTest, WorldTransformMovesTheBounds)
