@@ -404,7 +404,7 @@ void GraphDrawing::DrawLineGraph()
         if (m_mode == 0)
             continue;
         m_surface.PenColour(colour);
-        int position = 0; // the item's place along a category axis
+        int drawn = 0; // points drawn so far: a line graph's items step along by this count
         bool joined = false;
         std::int32_t previousX = 0;
         std::int32_t previousY = 0;
@@ -412,17 +412,17 @@ void GraphDrawing::DrawLineGraph()
             const QString name = m_graph.Data(row, 0);
             if (name.isEmpty())
                 continue;
-            ++position;
             const double x = CellValue(name);
             const double y = CellValue(m_graph.Data(row, series));
             if (m_xy && (x < m_minimum[0] || x > m_maximum[0]))
                 continue;
             if (y < m_minimum[1] || y > m_maximum[1])
                 continue;
-            // Categories keep their place under their labels even when a point is left out.
+            // A point left out takes no step: the points after it close up to the left.
+            ++drawn;
             const std::int32_t pointX = m_xy
                 ? Whole(m_xScale.PixelsPerUnit * x + m_xOrigin)
-                : Whole(static_cast<double>(m_plotWidth) * position / items + m_plotLeft);
+                : Whole(static_cast<double>(m_plotWidth) * drawn / items + m_plotLeft);
             const std::int32_t pointY = Whole(m_zeroY - m_valueScale.PixelsPerUnit * y);
             if (scattergram) {
                 DrawMarker(pointX, pointY, colour);
@@ -515,12 +515,11 @@ void GraphDrawing::DrawLineOfBestFit(std::int32_t colour)
         return;
     m_surface.PenWidth(2);
     m_surface.PenColour(colour);
-    // Unrounded ends: data of a few tenths would otherwise give a flat line or one that
-    // leaves the plot.
-    const double x1 = m_minimum[0];
-    const double x2 = m_maximum[0];
-    const double y1 = m_graph.RegressionSlope * x1 + m_graph.RegressionIntercept;
-    const double y2 = m_graph.RegressionSlope * x2 + m_graph.RegressionIntercept;
+    // The ends are whole numbers in data units, as the line has always been drawn.
+    const double x1 = Runtime::Round(m_minimum[0]);
+    const double x2 = Runtime::Round(m_maximum[0]);
+    const double y1 = Runtime::Round(m_graph.RegressionSlope * x1 + m_graph.RegressionIntercept);
+    const double y2 = Runtime::Round(m_graph.RegressionSlope * x2 + m_graph.RegressionIntercept);
     m_surface.LineMF(Whole(x1 * m_xScale.PixelsPerUnit + m_xOrigin),
         Whole(m_zeroY - y1 * m_valueScale.PixelsPerUnit),
         Whole(x2 * m_xScale.PixelsPerUnit + m_xOrigin),

@@ -301,8 +301,8 @@ private:
         }
         ++m_depth;
         double value = parseOperand();
-        // After an error nothing more is computed, so that a syntax error is never hidden
-        // behind a fault of the half-read expression ("1/" is code 2, not a division by 0).
+        // An operator whose right operand failed still combines with the 0 it gave, so a
+        // half-typed "1/" faults as a division by zero; only the next operator is not read.
         while (m_errorCode == NoEvaluatorError) {
             const Operator op = binaryOperator(m_token);
             if (op.maximumLevel == 0 || level > op.maximumLevel)
@@ -310,8 +310,6 @@ private:
             const QString name = m_token;
             nextToken();
             const double right = parseLevel(op.rightLevel);
-            if (m_errorCode != NoEvaluatorError)
-                break;
             value = combine(name, value, right);
         }
         --m_depth;
@@ -335,10 +333,7 @@ private:
         }
         if (m_token == u"not") {
             nextToken();
-            const double operand = parseLevel(6);
-            if (m_errorCode != NoEvaluatorError)
-                return 0.0;
-            return ~Runtime::CLng(operand);
+            return ~Runtime::CLng(parseLevel(6));
         }
         if (m_token == u"(") {
             nextToken();
@@ -366,8 +361,6 @@ private:
             fail(UndefinedFunction, u"Undefined function '"_s + name + u"'"_s);
             return 0.0;
         }
-        if (m_errorCode != NoEvaluatorError)
-            return 0.0;
         if (name == u"abs")
             return std::fabs(x);
         if (name == u"atn")
@@ -430,10 +423,6 @@ QString FormulaNumberText(double value)
     QString text = Runtime::Str(value);
     if (text.startsWith(u' '))
         text.remove(0, 1);
-    if (text.startsWith(u'.'))
-        text.prepend(u'0');
-    else if (text.startsWith(u"-."))
-        text.insert(1, u'0');
     return text;
 }
 

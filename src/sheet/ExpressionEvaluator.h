@@ -53,7 +53,7 @@ Evaluation EvaluateExpression(QStringView expression);
 int Evaluate(QStringView expression, double& result, bool showErrors);
 
 // The text of a number as formulas insert it and the evaluator reads it back: no leading
-// blank, "-" for negatives, "0" before a leading point, at most 15 significant digits, the
+// blank, "-" for negatives, a leading point as it stands (".5"), at most 15 significant digits, the
 // exponent form from 1E+15 up and below 0.0001 ("1E+20", "1E-05"). Never contains a letter
 // followed by a digit, so an inserted value is never taken for a cell reference.
 QString FormulaNumberText(double value);

@@ -1,5 +1,6 @@
 #include "sheet/SheetCommands.h"
 
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 #include "sheet/CellEntry.h"
 #include "sheet/CellReferences.h"
@@ -53,7 +54,7 @@ int evaluate(const QStringList& arguments, QTextStream& out, QTextStream& err)
             err << evaluation.Message << Qt::endl;
             return evaluation.ErrorCode;
         }
-        out << FormulaNumberText(evaluation.Result) << Qt::endl;
+        out << Runtime::GeneralNumber(evaluation.Result) << Qt::endl;
         return 0;
     } catch (const Runtime::Error& fault) {
         err << fault.message() << Qt::endl;
@@ -128,7 +129,7 @@ int get(const QStringList& arguments, QTextStream& out, QTextStream& err)
         return CommandFailed;
     const CellRecord& record = sheet.record(*cell);
     out << sheet.display(cell->Row, cell->Column).Text << u'\t' << record.Kind << u'\t'
-        << FormulaNumberText(record.Value) << u'\t' << record.Formula << Qt::endl;
+        << Runtime::GeneralNumber(record.Value) << u'\t' << record.Formula << Qt::endl;
     return 0;
 }
 

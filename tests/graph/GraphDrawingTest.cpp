@@ -836,10 +836,10 @@ TEST_F(GraphDrawingTest, PointOutsideAManualRangeIsLeftOut)
     graph.AxisMinimum = { 0, 0 };
     graph.AxisMaximum = { 0, 30 };
     const QList<Line> lines = LinesOfColour(Draw(graph), Red, 2);
-    // The line joins Monday to Wednesday, each still above its own label.
+    // The line joins Monday to Wednesday, and Wednesday takes the second step, not the third.
     ASSERT_EQ(lines.size(), 1);
     EXPECT_EQ(lines[0].from, QPoint(180, 267));
-    EXPECT_EQ(lines[0].to, QPoint(380, 120));
+    EXPECT_EQ(lines[0].to, QPoint(280, 120));
 }
 
 TEST_F(GraphDrawingTest, LineGraphWithoutColourIsBlack)
@@ -963,6 +963,11 @@ INSTANTIATE_TEST_SUITE_P(GraphDrawing, LineOfBestFit,
             { { { 80, 340 }, { 170, 208 } } }, {} },
         BestFitRow { "weakCorrelationShowsTextButNoLine", weakCorrelation, true, true, {},
             u"Coefficient of Correlation = 0.05"_s },
+        // x 0..4 at 75 pixels a unit, y 0..8 at 27.5; y = 2x + 0.13 with its ends taken at
+        // whole numbers: from (0, 0) to (4, 8), past the last point at x 3.6.
+        BestFitRow { "endsRoundedToWholeNumbers",
+            { { u"1.4"_s, u"3"_s }, { u"2.5"_s, u"5"_s }, { u"3.6"_s, u"7.4"_s } }, true, false,
+            { { { 80, 340 }, { 380, 120 } } }, {} },
         BestFitRow { "negativeCoefficient", negativeCorrelation, false, true, {},
             u"Coefficient of Correlation = -0.41"_s }),
     [](const auto& info) { return std::string(info.param.name); });

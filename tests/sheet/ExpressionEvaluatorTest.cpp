@@ -129,8 +129,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, EvaluatorErrors,
         ErrorRow { "emptyExpression", u""_s, 2, u"syntax error, token = ''"_s },
         ErrorRow { "blankExpression", u"   "_s, 2, u"syntax error, token = ''"_s },
         ErrorRow { "missingRightOperand", u"1+"_s, 2, u"syntax error, token = ''"_s },
-        // The syntax error is reported, not a division by the missing 0.
-        ErrorRow { "missingDivisor", u"1/"_s, 2, u"syntax error, token = ''"_s },
+        ErrorRow { "missingOperandAfterComparison", u"1<"_s, 2, u"syntax error, token = ''"_s },
         ErrorRow { "keywordAsOperand", u"mod 2"_s, 2, u"syntax error, token = 'mod'"_s },
         ErrorRow { "shiftTokenIsNoOperator", u"1>>2"_s, 1, u"syntax error, token = '>>'"_s },
         ErrorRow { "firstErrorCounts", u"foo(*)"_s, 2, u"syntax error, token = '*'"_s },
@@ -183,6 +182,12 @@ INSTANTIATE_TEST_SUITE_P(Rows, EvaluatorFaults,
         FaultRow {
             "rootOfNegativeByPower", u"(-8)^(1/3)"_s, 5, u"Invalid procedure call or argument"_s },
         FaultRow { "logarithmOfZero", u"log(0)"_s, 5, u"Invalid procedure call or argument"_s },
+        // A missing operand reads as 0 and the operator still applies to it.
+        FaultRow { "halfTypedDivision", u"1/"_s, 11, u"Division by zero"_s },
+        FaultRow { "halfTypedRemainder", u"7 mod"_s, 11, u"Division by zero"_s },
+        FaultRow { "emptyLogarithm", u"log()"_s, 5, u"Invalid procedure call or argument"_s },
+        FaultRow {
+            "rootOfHalfTypedSum", u"sqr(-4+)"_s, 5, u"Invalid procedure call or argument"_s },
         FaultRow {
             "squareRootOfNegative", u"sqr(-1)"_s, 5, u"Invalid procedure call or argument"_s },
         FaultRow { "logicalOperandTooLarge", u"3e9 and 1"_s, 6, u"Overflow"_s },
@@ -286,9 +291,9 @@ TEST_P(FormulaNumberTexts, ReadBackByTheEvaluator)
 INSTANTIATE_TEST_SUITE_P(Rows, FormulaNumberTexts,
     testing::Values(NumberTextRow { "whole", 14, u"14"_s }, NumberTextRow { "zero", 0, u"0"_s },
         NumberTextRow { "negative", -3, u"-3"_s },
-        NumberTextRow { "fractionGetsLeadingZero", 0.5, u"0.5"_s },
-        NumberTextRow { "negativeFraction", -0.25, u"-0.25"_s },
-        NumberTextRow { "fifteenDigits", 1.0 / 3.0, u"0.333333333333333"_s },
+        NumberTextRow { "fractionFromThePoint", 0.5, u".5"_s },
+        NumberTextRow { "negativeFraction", -0.25, u"-.25"_s },
+        NumberTextRow { "fifteenDigits", 1.0 / 3.0, u".333333333333333"_s },
         NumberTextRow { "large", 1e20, u"1E+20"_s }, NumberTextRow { "small", 1e-5, u"1E-05"_s },
         NumberTextRow { "negativeLarge", -2.5e16, u"-2.5E+16"_s }),
     rowName<NumberTextRow>);

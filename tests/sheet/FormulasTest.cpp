@@ -170,8 +170,18 @@ INSTANTIATE_TEST_SUITE_P(Rows, FormulaErrors,
         FailureRow { "emptyBrackets", u"=()"_s, 4, u"Syntax Error"_s },
         FailureRow { "undefinedFunction", u"=foo(1)"_s, 4, u"Undefined Function"_s },
         FailureRow { "divisionByZero", u"=1/A1"_s, -1, u"Division by zero"_s },
+        // The divisor still to be typed reads as 0: the division faults before the syntax.
+        FailureRow { "halfTypedDivision", u"=5/"_s, -1, u"Division by zero"_s },
         FailureRow { "overflow", u"=10^200*10^200"_s, -1, u"Overflow"_s }),
     [](const testing::TestParamInfo<FailureRow>& info) { return info.param.name; });
+
+TEST_F(Formulas, FractionIsInsertedFromItsPoint)
+{
+    enter("A1", u"0.5"_s);
+    // "2" followed by ".5": the value is inserted in its general form, without a "0".
+    EXPECT_EQ(evaluate(u"=2A1"_s), 2.5);
+    EXPECT_EQ(evaluate(u"=A1*4"_s), 2);
+}
 
 TEST_F(Formulas, ExponentLetterIsReadAsCell)
 {

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Dates.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Format.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,6 +11,7 @@ namespace Cli {
 
 namespace {
 
+constexpr int ConversionFailed = 1;
 constexpr int UsageError = 2;
 
 int usage(QTextStream& err, const QString& text)
@@ -39,7 +41,9 @@ bool IsConversionCommand(const QStringList& arguments)
     return verb == u"format"_s || verb == u"val"_s || verb == u"str"_s;
 }
 
-int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextStream& err)
+namespace {
+
+int runConversion(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     const QString verb = arguments.value(0);
     if (verb == u"format"_s) {
@@ -65,6 +69,20 @@ int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextSt
         return 0;
     }
     return usage(err, u"format|val|str ..."_s);
+}
+
+} // namespace
+
+int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    // A value beyond what a number can hold ("1E400") is the runtime's overflow: said on one
+    // line, as for any other refused input.
+    try {
+        return runConversion(arguments, out, err);
+    } catch (const Runtime::Error& fault) {
+        err << u"quorbin-cli "_s << arguments.value(0) << u": "_s << fault.message() << Qt::endl;
+        return ConversionFailed;
+    }
 }
 
 } // namespace Cli

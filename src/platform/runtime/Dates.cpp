@@ -342,7 +342,8 @@ std::optional<QDate> numericDate(const std::vector<NumberPart>& parts, const QLo
     if (parts.size() == 3) {
         if (parts[0].digits >= 3)
             return dateInOrder(parts, u"yMd");
-        for (const QString& candidate : { order, u"dMy"_s, u"Mdy"_s }) {
+        // Year first ("99/12/31") is the last resort, tried when no other order gives a date.
+        for (const QString& candidate : { order, u"dMy"_s, u"Mdy"_s, u"yMd"_s }) {
             if (const auto date = dateInOrder(parts, candidate))
                 return date;
         }
