@@ -154,4 +154,9 @@ QString DaoError::standardDescription(int number, const QString& argument)
     }
 }
 
+DaoError DaoError::naming(const QString& statement) const
+{
+    return m_number == SyntaxErrorInExpression ? make(m_number, statement) : *this;
+}
+
 } // namespace Dao

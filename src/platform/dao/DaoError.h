@@ -81,6 +81,10 @@ public:
     static DaoError make(int number, const QString& argument = {});
     static QString standardDescription(int number, const QString& argument = {});
 
+    // The same error, but a syntax error names `statement`: what the user wrote, not the
+    // SQL the engine made of it.
+    DaoError naming(const QString& statement) const;
+
     int number() const { return m_number; }
     QString description() const { return m_description; }
     const char* what() const noexcept override { return m_what.c_str(); }

@@ -176,7 +176,12 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
 void Database::Execute(const QString& sql)
 {
     const auto database = core();
-    m_recordsAffected = database->execute(database->translate(sql));
+    const SqlStatement statement = database->translate(sql);
+    try {
+        m_recordsAffected = database->execute(statement);
+    } catch (const DaoError& error) {
+        throw error.naming(sql);
+    }
 }
 
 void Database::refresh()

@@ -18,6 +18,7 @@ const QString PropertiesTable = u"QSysProperties"_s;
 const QString QueriesTable = u"QSysQueries"_s;
 const QString IndexesTable = u"QSysIndexes"_s;
 const QString RebuildTable = u"QSysRebuild"_s;
+const QString CountersTable = u"QSysCounters"_s;
 
 bool IsHiddenTable(const QString& name)
 {
@@ -167,6 +168,11 @@ void DatabaseCore::ensureSystemTables()
         database.execute(u"CREATE TABLE "_s + QuoteIdentifier(QueriesTable)
             + u" (Name TEXT NOT NULL PRIMARY KEY COLLATE NOCASE, SQL TEXT NOT NULL)"_s);
     }
+    if (!hasSystemTable(CountersTable)) {
+        database.execute(u"CREATE TABLE "_s + QuoteIdentifier(CountersTable)
+            + u" (TableName TEXT NOT NULL COLLATE NOCASE, FieldName TEXT NOT NULL COLLATE "
+              u"NOCASE, LastValue INTEGER NOT NULL, PRIMARY KEY (TableName, FieldName))"_s);
+    }
     if (!hasSystemTable(IndexesTable)) {
         database.execute(u"CREATE TABLE "_s + QuoteIdentifier(IndexesTable)
             + u" (IndexName TEXT NOT NULL PRIMARY KEY, IsPrimary INTEGER NOT NULL, "
@@ -296,6 +302,9 @@ SqlSchemaLookup DatabaseCore::schemaLookup() const
             return std::nullopt;
         return ColumnSchema { found->type, found->required, found->allowZeroLength };
     };
+    lookup.nextCounter = [this](const QString& table, const QString& column) {
+        return nextCounterSql(tableName(table).value_or(table), column);
+    };
     lookup.columnNames = [this](const QString& table) {
         QStringList names;
         for (const ColumnInfo& column : columns(table))
@@ -415,6 +424,13 @@ void DatabaseCore::dropColumn(const QString& table, const QString& name)
             remove.bind(2, existing->name);
             remove.step();
         }
+        if (hasSystemTable(CountersTable)) {
+            Statement forget = connection().prepare(
+                u"DELETE FROM QSysCounters WHERE TableName = ?1 AND FieldName = ?2"_s);
+            forget.bind(1, *stored);
+            forget.bind(2, existing->name);
+            forget.step();
+        }
     });
     invalidate();
 }
@@ -439,6 +455,14 @@ void DatabaseCore::renameColumn(const QString& table, const QString& from, const
             + QuoteIdentifier(existing->name) + u" TO "_s + QuoteIdentifier(to));
         if (hasSystemTable(PropertiesTable)) {
             Statement move = connection().prepare(u"UPDATE QSysProperties SET FieldName = ?3 "
+                                                  u"WHERE TableName = ?1 AND FieldName = ?2"_s);
+            move.bind(1, *stored);
+            move.bind(2, existing->name);
+            move.bind(3, to);
+            move.step();
+        }
+        if (hasSystemTable(CountersTable)) {
+            Statement move = connection().prepare(u"UPDATE QSysCounters SET FieldName = ?3 "
                                                   u"WHERE TableName = ?1 AND FieldName = ?2"_s);
             move.bind(1, *stored);
             move.bind(2, existing->name);
@@ -571,6 +595,13 @@ void DatabaseCore::dropTable(const QString& table)
                 = connection().prepare(u"DELETE FROM QSysProperties WHERE TableName = ?1"_s);
             remove.bind(1, *stored);
             remove.step();
+        }
+        if (hasSystemTable(CountersTable)) {
+            // A table made again under the same name counts from 1.
+            Statement forget
+                = connection().prepare(u"DELETE FROM QSysCounters WHERE TableName = ?1"_s);
+            forget.bind(1, *stored);
+            forget.step();
         }
         if (hasSystemTable(IndexesTable)) {
             for (const QString& index : std::as_const(indexNames)) {
@@ -781,6 +812,42 @@ SqlStatement DatabaseCore::translate(const QString& sql) const
     return TranslateSql(sql, schemaLookup());
 }
 
+QString DatabaseCore::nextCounterSql(const QString& table, const QString& column) const
+{
+    qint64 kept = 0;
+    if (hasSystemTable(CountersTable)) {
+        Statement last = connection().prepare(
+            u"SELECT LastValue FROM QSysCounters WHERE TableName = ?1 AND FieldName = ?2"_s);
+        last.bind(1, table);
+        last.bind(2, column);
+        if (last.step())
+            kept = last.integer(0);
+    }
+    return u"(SELECT MAX(COALESCE(MAX("_s + QuoteIdentifier(column) + u"), 0), "_s
+        + QString::number(kept) + u") + 1 FROM "_s + QuoteIdentifier(table) + u")"_s;
+}
+
+void DatabaseCore::keepCounters(const QString& table)
+{
+    const auto stored = tableName(table);
+    if (!stored)
+        return;
+    for (const ColumnInfo& column : columns(*stored)) {
+        if (!column.type.autoIncrement)
+            continue;
+        ensureSystemTables();
+        // The WHERE also tells SQLite's parser that ON CONFLICT belongs to the INSERT.
+        Statement keep = connection().prepare(
+            u"INSERT INTO QSysCounters SELECT ?1, ?2, Largest FROM (SELECT MAX("_s
+            + QuoteIdentifier(column.name) + u") AS Largest FROM "_s + QuoteIdentifier(*stored)
+            + u") WHERE Largest IS NOT NULL ON CONFLICT (TableName, FieldName) "
+              u"DO UPDATE SET LastValue = MAX(LastValue, excluded.LastValue)"_s);
+        keep.bind(1, *stored);
+        keep.bind(2, column.name);
+        keep.step();
+    }
+}
+
 qint64 DatabaseCore::execute(const SqlStatement& statement)
 {
     checkWritable();
@@ -798,6 +865,8 @@ qint64 DatabaseCore::execute(const SqlStatement& statement)
     }
     qint64 affected = 0;
     connection().write([&] {
+        if (statement.kind == SqlStatement::Kind::Delete)
+            keepCounters(statement.table);
         connection().execute(statement.sql);
         affected = connection().changes();
     });

@@ -108,6 +108,12 @@ public:
     void renameQueryDef(const QString& from, const QString& to);
     void deleteQueryDef(const QString& name);
 
+    // The SQL expression that numbers a new row's counter column: one past the largest number
+    // the column has ever held, so a number freed by a delete is never given again.
+    QString nextCounterSql(const QString& table, const QString& column) const;
+    // Keeps the largest number each counter column of `table` holds, before rows go.
+    void keepCounters(const QString& table);
+
     SqlStatement translate(const QString& sql) const;
     // Runs an action statement; returns the rows it changed.
     qint64 execute(const SqlStatement& statement);

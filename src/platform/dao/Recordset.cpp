@@ -105,11 +105,15 @@ std::shared_ptr<Recordset> Recordset::OpenQuery(
     recordset->m_type = type == RecordsetType::Snapshot ? type : RecordsetType::Dynaset;
     recordset->m_name = sql;
     const auto table = statement.singleTable ? core->tableName(statement.table) : std::nullopt;
-    if (table && !WithoutRowId(core->connection(), *table)) {
-        recordset->openKeyed(
-            *table, statement.selectedColumns, statement.where, statement.orderBy, statement.limit);
-    } else {
-        recordset->openStatic(statement);
+    try {
+        if (table && !WithoutRowId(core->connection(), *table)) {
+            recordset->openKeyed(*table, statement.selectedColumns, statement.where,
+                statement.orderBy, statement.limit);
+        } else {
+            recordset->openStatic(statement);
+        }
+    } catch (const DaoError& error) {
+        throw error.naming(sql);
     }
     core->registerRecordset(recordset);
     return recordset;
@@ -702,26 +706,27 @@ void Recordset::Update()
     const QString table = QuoteIdentifier(m_table);
 
     if (m_editMode == Dao::EditMode::Add) {
-        QStringList names;
-        QStringList values;
-        std::vector<size_t> bound;
-        for (size_t i = 0; i < m_columns.size(); ++i) {
-            const Column& column = m_columns[i];
-            if (column.type.autoIncrement) {
-                names.append(QuoteIdentifier(column.name));
-                values.append(u"(SELECT COALESCE(MAX("_s + QuoteIdentifier(column.name)
-                    + u"), 0) + 1 FROM "_s + table + u")"_s);
-            } else if (m_changed[i]) {
-                names.append(QuoteIdentifier(column.name));
-                values.append(u'?' + QString::number(bound.size() + 1));
-                bound.push_back(i);
-            }
-        }
-        const QString sql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
-                                            : u"INSERT INTO "_s + table + u" ("_s
-                + names.join(u", "_s) + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
+        const auto database = core();
         qint64 key = 0;
         connection.write([&] {
+            // Counters are numbered inside the write, so no other copy numbers in between.
+            QStringList names;
+            QStringList values;
+            std::vector<size_t> bound;
+            for (size_t i = 0; i < m_columns.size(); ++i) {
+                const Column& column = m_columns[i];
+                if (column.type.autoIncrement) {
+                    names.append(QuoteIdentifier(column.name));
+                    values.append(database->nextCounterSql(m_table, column.name));
+                } else if (m_changed[i]) {
+                    names.append(QuoteIdentifier(column.name));
+                    values.append(u'?' + QString::number(bound.size() + 1));
+                    bound.push_back(i);
+                }
+            }
+            const QString sql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
+                                                : u"INSERT INTO "_s + table + u" ("_s
+                    + names.join(u", "_s) + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
             Statement insert = connection.prepare(sql);
             for (size_t b = 0; b < bound.size(); ++b)
                 insert.bind(static_cast<int>(b + 1), m_buffer[bound[b]]);
@@ -823,6 +828,7 @@ void Recordset::Delete()
     const qint64 key = m_keys[static_cast<size_t>(m_position)];
     auto& connection = core()->connection();
     connection.write([&] {
+        core()->keepCounters(m_table);
         Statement remove = connection.prepare(
             u"DELETE FROM "_s + QuoteIdentifier(m_table) + u" WHERE rowid = ?1"_s);
         remove.bind(1, key);
@@ -985,7 +991,7 @@ void Recordset::find(const QString& criteria, qint64 start, int step)
         // A name the condition uses that no field has.
         if (error.number() == DaoError::TooFewParameters)
             throw DaoError::make(DaoError::UnknownName, criteria);
-        throw;
+        throw error.naming(criteria);
     }
     if (!found) {
         m_noMatch = true;

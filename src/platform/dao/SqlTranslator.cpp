@@ -575,8 +575,10 @@ private:
                 if (schema && schema->type.autoIncrement
                     && !columns.contains(column, Qt::CaseInsensitive)) {
                     names.append(QuoteIdentifier(column));
-                    expressions.append(u"(SELECT COALESCE(MAX("_s + QuoteIdentifier(column)
-                        + u"), 0) + 1 FROM "_s + QuoteIdentifier(result.table) + u")"_s);
+                    expressions.append(m_schema.nextCounter
+                            ? m_schema.nextCounter(result.table, column)
+                            : u"(SELECT COALESCE(MAX("_s + QuoteIdentifier(column)
+                                + u"), 0) + 1 FROM "_s + QuoteIdentifier(result.table) + u")"_s);
                 }
             }
         }

@@ -24,6 +24,8 @@ struct SqlSchemaLookup
 {
     std::function<std::optional<ColumnSchema>(const QString& table, const QString& column)> column;
     std::function<QStringList(const QString& table)> columnNames; // in column order
+    // The expression that numbers a new row's counter; empty: one past the largest in the table.
+    std::function<QString(const QString& table, const QString& column)> nextCounter;
 };
 
 // One statement of the engine's dialect, rewritten for SQLite.

@@ -2,6 +2,7 @@
 #include "platform/dao/Database.h"
 
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -217,6 +218,27 @@ TEST_F(DialectQueryTest, TextWithAQuoteMakesTheConditionFail)
         m_database->OpenRecordset(u"SELECT * FROM Pets WHERE (Field1 LIKE '*o'brien*')"_s);
     }),
         Dao::DaoError::SyntaxErrorInExpression);
+}
+
+// A pupil sees the query or condition as it was written, never the engine's own SQL.
+TEST_F(DialectQueryTest, SyntaxErrorsNameWhatWasWritten)
+{
+    const auto description = [](const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const Dao::DaoError& error) {
+            EXPECT_EQ(error.number(), Dao::DaoError::SyntaxErrorInExpression);
+            return error.description();
+        }
+        return u"no error"_s;
+    };
+    const QString query = u"SELECT * FROM Pets WHERE Field1 = 'x' AND"_s;
+    EXPECT_EQ(description([&] { m_database->OpenRecordset(query); }),
+        Dao::DaoError::standardDescription(Dao::DaoError::SyntaxErrorInExpression, query));
+    auto recordset = m_database->OpenRecordset(u"SELECT * FROM Pets"_s);
+    const QString condition = u"Field1 = 'x' OR"_s;
+    EXPECT_EQ(description([&] { recordset->FindFirst(condition); }),
+        Dao::DaoError::standardDescription(Dao::DaoError::SyntaxErrorInExpression, condition));
 }
 
 } // namespace

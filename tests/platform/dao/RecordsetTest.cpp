@@ -359,11 +359,45 @@ TEST_F(KeywordTableTest, CounterKeepsCountingAndCannotBeWritten)
     addKeyword(u"Cat"_s);
     addKeyword(u"Dog"_s);
     m_keywords->Delete();
-    EXPECT_EQ(addKeyword(u"Emu"_s), 2); // the next number after the largest left
+    // Dog's number is never given again: cards that still carry it must not take the new word.
+    EXPECT_EQ(addKeyword(u"Emu"_s), 3);
     m_keywords->Edit();
     EXPECT_EQ(ErrorNumber([&] { m_keywords->Fields(u"KeyID"_s)->SetValue(qint64(9)); }),
         DaoError::FieldNotUpdatable);
     m_keywords->CancelUpdate();
+}
+
+TEST_F(KeywordTableTest, NumbersFreedBySqlAreNotGivenAgainEvenAfterReopening)
+{
+    addKeyword(u"Cat"_s);
+    addKeyword(u"Dog"_s);
+    addKeyword(u"Emu"_s);
+    m_database->Execute(u"DELETE FROM KeyWords WHERE KeyID >= 2"_s);
+    m_database->Execute(u"INSERT INTO KeyWords (KeyText) VALUES ('Fox')"_s);
+    m_keywords->Close();
+    m_database->Close();
+    m_database = m_workspace->OpenDatabase(path(u"words.qnd"_s));
+    m_keywords = m_database->OpenRecordset(u"KeyWords"_s);
+    EXPECT_EQ(addKeyword(u"Fox"_s), 4);
+    m_keywords->Seek(u"="_s, Variant(u"Fox"_s));
+    m_keywords->Delete();
+    EXPECT_EQ(addKeyword(u"Gnu"_s), 5);
+    // The engine's own bookkeeping is no table of the file's.
+    for (const auto& table : m_database->TableDefs().items())
+        EXPECT_FALSE(table->Name().startsWith(u"QSys"_s)) << table->Name().toStdString();
+}
+
+TEST_F(KeywordTableTest, TableMadeAgainCountsFromOne)
+{
+    addKeyword(u"Cat"_s);
+    addKeyword(u"Dog"_s);
+    m_keywords->Delete();
+    m_keywords->Close();
+    m_database->Execute(u"DROP TABLE KeyWords"_s);
+    m_database->Execute(u"CREATE TABLE KeyWords (KeyID COUNTER, KeyText TEXT(20))"_s);
+    m_database->Execute(u"INSERT INTO KeyWords (KeyText) VALUES ('Ant')"_s);
+    auto words = m_database->OpenRecordset(u"SELECT KeyID FROM KeyWords"_s);
+    EXPECT_EQ(words->Fields(u"KeyID"_s)->Value().whole(), 1);
 }
 
 TEST_F(KeywordTableTest, SeekComparisonsFollowTheIndexOrder)
