@@ -492,8 +492,36 @@ std::vector<DateElement> parseDateSection(QStringView text, const QLocale& local
             elements.push_back(element);
             continue;
         }
-        const qsizetype run = runLength(text, index, lower);
-        const int count = int(run);
+        // A run longer than a field's widest form is that form, then the rest of the run
+        // read again (dddddddd = long date, then dd; yyy = yy, then y).
+        const int run = int(runLength(text, index, lower));
+        int count = run;
+        switch (lower.unicode()) {
+        case u'd':
+            count = std::min(run, 6);
+            break;
+        case u'm':
+            count = std::min(run, 4);
+            break;
+        case u'y':
+            count = run >= 4 ? 4 : (run >= 2 ? 2 : 1);
+            break;
+        case u'h':
+        case u'n':
+        case u's':
+        case u'w':
+            count = std::min(run, 2);
+            break;
+        case u'q':
+        case u'c':
+            count = 1;
+            break;
+        case u't':
+            count = std::min(run, 5);
+            break;
+        default:
+            break;
+        }
         bool consumed = true;
         switch (lower.unicode()) {
         case u'd':
@@ -505,22 +533,22 @@ std::vector<DateElement> parseDateSection(QStringView text, const QLocale& local
                 add(DateKind::Day, count);
             break;
         case u'm':
-            add(DateKind::Month, std::min(count, 4));
+            add(DateKind::Month, count);
             break;
         case u'y':
             if (count == 1)
                 add(DateKind::DayOfYear, 1);
             else
-                add(DateKind::Year, count >= 4 ? 4 : 2);
+                add(DateKind::Year, count);
             break;
         case u'h':
-            add(DateKind::Hour, std::min(count, 2));
+            add(DateKind::Hour, count);
             break;
         case u'n':
-            add(DateKind::Minute, std::min(count, 2));
+            add(DateKind::Minute, count);
             break;
         case u's':
-            add(DateKind::Second, std::min(count, 2));
+            add(DateKind::Second, count);
             break;
         case u'w':
             add(count >= 2 ? DateKind::Week : DateKind::Weekday, 1);
@@ -532,7 +560,7 @@ std::vector<DateElement> parseDateSection(QStringView text, const QLocale& local
             add(DateKind::GeneralDate, 1);
             break;
         case u't':
-            consumed = count >= 5;
+            consumed = count == 5;
             if (consumed)
                 add(DateKind::LongTime, 1);
             break;
@@ -541,9 +569,7 @@ std::vector<DateElement> parseDateSection(QStringView text, const QLocale& local
             break;
         }
         if (consumed) {
-            // Runs longer than a field's widest form repeat the field (dddddddd = long
-            // date, then dd); only the d, y, m letters have forms that long.
-            index += run - 1;
+            index += count - 1;
         } else {
             addLiteral(elements, character);
         }

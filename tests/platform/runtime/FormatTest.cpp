@@ -266,6 +266,13 @@ INSTANTIATE_TEST_SUITE_P(Rows, DatePatterns,
         FormatRow { "longDateLetters", Variant::date(LeapDay), u"dddddd"_s,
             u"Thursday, 29 February 2024"_s },
         FormatRow { "longTimeLetters", Variant::date(LeapDayAfternoon), u"ttttt"_s, u"14:15:00"_s },
+        // A run longer than the widest form is that form and then the rest read again.
+        FormatRow { "longDateThenDay", Variant::date(LeapDay), u"dddddddd"_s,
+            u"Thursday, 29 February 202429"_s },
+        FormatRow { "threeYearLetters", Variant::date(LeapDay), u"yyy"_s, u"2460"_s },
+        FormatRow { "fiveYearLetters", Variant::date(LeapDay), u"yyyyy"_s, u"202460"_s },
+        FormatRow { "fiveMonthLetters", Variant::date(LeapDay), u"mmmmm"_s, u"February2"_s },
+        FormatRow { "threeHourLetters", Variant::date(LeapDayAfternoon), u"hhh"_s, u"1414"_s },
         FormatRow {
             "dateTextConverted", Variant(u"29/02/2024"_s), u"dd MMM yyyy"_s, u"29 Feb 2024"_s },
         FormatRow { "numericTextAsSerial", Variant(u"45351"_s), u"dd/mm/yyyy"_s, u"29/02/2024"_s },
