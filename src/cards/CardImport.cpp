@@ -4,6 +4,8 @@
 #include "platform/dao/DaoError.h"
 #include "sheet/DelimitedFile.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace Bramlet {
@@ -29,6 +31,10 @@ int ImportDelimitedFile(CardDatabase& cards, const QString& path)
         QStringList values;
         while (file.GetRecords(values)) {
             ++line;
+            // A blank line (often the last of a file saved by a spreadsheet) is no card.
+            if (std::all_of(values.cbegin(), values.cend(),
+                    [](const QString& value) { return value.trimmed().isEmpty(); }))
+                continue;
             set->AddNew();
             set->Fields(u"CardName"_s)->SetValue(values.value(0));
             for (qsizetype column = 1; column < values.size(); ++column) {

@@ -15,7 +15,10 @@ QStringList QtNameFilters(QStringView programFilter)
             if (!trimmed.isEmpty())
                 patterns.append(trimmed.toString());
         }
-        filters.append(parts[index].trimmed().toString() + u" ("_s + patterns.join(u' ') + u')');
+        // A description that already ends with its patterns ("Pictures (*.emf)") keeps them once.
+        const QString description = parts[index].trimmed().toString();
+        const QString shown = u" ("_s + patterns.join(u' ') + u')';
+        filters.append(description.endsWith(shown) ? description : description + shown);
     }
     return filters;
 }

@@ -70,6 +70,23 @@ TEST_F(CardImportTest, TabSeparatedTextFile)
     EXPECT_EQ(value(u"Rex"_s, u"Field1"_s), Variant(u"Dog"_s));
 }
 
+TEST_F(CardImportTest, BlankLinesAreNoCards)
+{
+    // As a spreadsheet saves a list: blank lines between, and empty cells on the last lines.
+    const QString csv
+        = write(u"class.csv"_s, "Name,Kind\r\nRex,Dog\r\n\r\nTib,Cat\r\n,\r\n \t, \r\n\r\n");
+    EXPECT_EQ(Bramlet::ImportDelimitedFile(*m_cards, csv), 2);
+    EXPECT_EQ(CardTest::CardNames(*m_cards), (QStringList { u"Rex"_s, u"Tib"_s }));
+}
+
+TEST_F(CardImportTest, NamelessCardWithValuesIsStillRefused)
+{
+    const QString csv = write(u"class.csv"_s, "Name,Kind\r\nRex,Dog\r\n,Cat\r\n");
+    EXPECT_EQ(ErrorNumber([&] { Bramlet::ImportDelimitedFile(*m_cards, csv); }),
+        Dao::DaoError::ZeroLengthNotAllowed);
+    EXPECT_TRUE(CardTest::CardNames(*m_cards).isEmpty());
+}
+
 TEST_F(CardImportTest, DuplicateNameAddsNothing)
 {
     CardTest::AddCard(*m_cards, u"Rex"_s);

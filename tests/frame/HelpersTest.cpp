@@ -296,6 +296,10 @@ INSTANTIATE_TEST_SUITE_P(Rows, NameFilters,
         FilterRow { "blanks_and_empty_patterns_dropped", u"Text|*.txt; ;*.csv;"_s,
             { u"Text (*.txt *.csv)"_s } },
         FilterRow { "trailing_description_dropped", u"A|*.a|B"_s, { u"A (*.a)"_s } },
+        FilterRow { "patterns_already_shown_once", u"Windows Enhanced Metafiles (*.emf)|*.emf"_s,
+            { u"Windows Enhanced Metafiles (*.emf)"_s } },
+        FilterRow {
+            "other_brackets_kept", u"Graphs (school)|*.qnp"_s, { u"Graphs (school) (*.qnp)"_s } },
         FilterRow { "empty", QString(), {} }),
     RowName<FilterRow>);
 

@@ -34,7 +34,6 @@ frmGraphTools::frmGraphTools(QWidget* parent)
         connect(button, &QAction::triggered, this, [this, type] { emit GraphTypeChanged(type); });
         TypeButtons.append(button);
     }
-    Toolbar->addSeparator();
     Make3DButton = Toolbar->addAction(QIcon(u":/icons/make-3d.svg"_s), GetResString(559));
     Make3DButton->setCheckable(true);
     connect(Make3DButton, &QAction::triggered, this, [this](bool on) { emit Make3D(on); });

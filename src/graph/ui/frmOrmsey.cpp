@@ -208,7 +208,6 @@ void frmOrmsey::buildMenus()
     save->setShortcut(QKeySequence::Save);
     connect(save, &QAction::triggered, this, &frmOrmsey::FileSave);
     connect(addMenuItem(mnuFile, 506), &QAction::triggered, this, &frmOrmsey::FileSaveAs);
-    mnuFile->addSeparator();
     connect(addMenuItem(mnuFile, 507), &QAction::triggered, this, &frmOrmsey::ExportGraphFile);
     mnuFile->addSeparator();
     QAction* print = addMenuItem(mnuFile, 509);
@@ -518,7 +517,6 @@ void frmOrmsey::UpdateMenus()
 {
     const int type = m_graph->GraphType();
     const bool xy = m_graph->XYPlot();
-    const bool hasData = m_graph->GraphHasData();
     for (int index = 0; index < 4; ++index) {
         Action(531 + index)->setChecked(index == type);
         Action(toolbarKey + 555 + index)->setChecked(index == type);
@@ -527,8 +525,6 @@ void frmOrmsey::UpdateMenus()
         make3D->setEnabled(m_graph->CanBe3D());
         make3D->setChecked(m_graph->Graph3D());
     }
-    Action(538)->setEnabled(hasData);
-    Action(toolbarKey + 561)->setEnabled(hasData);
     Action(545)->setEnabled(type < Graph::Scattergram && !xy);
 }
 
