@@ -325,12 +325,16 @@ void GraphDrawing::DrawPieChart()
             AddLegendEntry(sector.category, sector.colour);
             const double from = 2 * std::numbers::pi * sum / total + startAngle;
             const double to = 2 * std::numbers::pi * (sum + sector.value) / total + startAngle;
-            if (m_mode == 1) {
+            const std::int32_t fromX = Whole(centreX + PieRadius * std::cos(from));
+            const std::int32_t fromY = Whole(centreY - PieRadius * std::sin(from));
+            const std::int32_t toX = Whole(centreX + PieRadius * std::cos(to));
+            const std::int32_t toY = Whole(centreY - PieRadius * std::sin(to));
+            // Ends that meet make a whole disc: right for an item that is (nearly) the whole
+            // pie, but a sliver too thin to reach the next pixel must not cover the others.
+            const bool sliver = fromX == toX && fromY == toY && 2 * sector.value < total;
+            if (m_mode == 1 && !sliver) {
                 m_surface.BrushColour(sector.colour);
-                m_surface.SectorMF(centreX, centreY, Whole(centreX + PieRadius * std::cos(from)),
-                    Whole(centreY - PieRadius * std::sin(from)),
-                    Whole(centreX + PieRadius * std::cos(to)),
-                    Whole(centreY - PieRadius * std::sin(to)), elevation);
+                m_surface.SectorMF(centreX, centreY, fromX, fromY, toX, toY, elevation);
             }
             QString label;
             if (m_graph.PieLabels == Graph::Labels

@@ -693,6 +693,20 @@ TEST_F(GraphDrawingTest, SingleValueIsAWholeDisc)
     EXPECT_TRUE(points.contains(QPoint(200, 360)));
 }
 
+TEST_F(GraphDrawingTest, SliverNarrowerThanAPixelDoesNotCoverThePie)
+{
+    Graph graph;
+    Fill(graph, { { u"Big"_s, u"1000"_s }, { u"Tiny"_s, u"0.1"_s } });
+    graph.GraphType(Graph::PieChart);
+    graph.PieLabels = Graph::NoLabels;
+    // Big's ends meet at twelve, so it is the whole disc; Tiny's ends meet too, but it is
+    // left out rather than drawn as a second whole disc over Big.
+    const QList<Shape> paths = Draw(graph).paths();
+    ASSERT_EQ(paths.size(), 1);
+    EXPECT_EQ(paths[0].brush, Cyan); // the first item's colour
+    EXPECT_TRUE(paths[0].points.contains(QPoint(200, 360)));
+}
+
 TEST_F(GraphDrawingTest, PieColourCycleSkipsTheFirstColourForTheLastSector)
 {
     Graph graph;
