@@ -1,7 +1,11 @@
 #pragma once
 
-#include <QByteArray>
 #include <QtGlobal>
+#include <memory>
+
+namespace Ormsey {
+class Graph;
+}
 
 namespace Tillane {
 
@@ -33,11 +37,10 @@ struct CellRange
 struct GraphSlot
 {
     bool InUse = false;
-    // The graph's own file text (the graph file format), exactly as the sheet file carried it
-    // or as the graph last wrote it. The Graph model object attaches here: it will load from
-    // these bytes when the sheet is read and write them back before the sheet is saved. Until
-    // then the bytes pass through untouched, so sheets with graphs round-trip byte for byte.
-    QByteArray GraphData;
+    // The graph itself: read from the graph text the sheet file carries, and asked for its
+    // text again when the sheet is saved. Shared, so that a copy of the slot shows the same
+    // graph; empty for a slot not in use.
+    std::shared_ptr<Ormsey::Graph> Graph;
     GraphBounds Bounds;
     CellRange Categories;
     CellRange Data;
@@ -46,7 +49,8 @@ struct GraphSlot
     bool CountAndGroup = false;
     qint32 NumberOfGroups = 0;
 
-    friend bool operator==(const GraphSlot&, const GraphSlot&) = default;
+    // Graphs compare by what they would write, so a slot read back equals the one written.
+    friend bool operator==(const GraphSlot& left, const GraphSlot& right);
 };
 
 } // namespace Tillane

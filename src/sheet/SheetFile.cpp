@@ -1,7 +1,9 @@
 #include "sheet/SheetFile.h"
 
+#include "graph/Graph.h"
 #include "platform/io/SafeFileWriter.h"
 #include "platform/profile/TextDecoding.h"
+#include "platform/runtime/Error.h"
 #include "resources/StringTable.h"
 #include "sheet/Sheet.h"
 
@@ -180,7 +182,7 @@ void writeHeader(const Sheet& sheet, RecordWriter& out)
         out.int32(ColumnWidthTag, sheet.columnWidth(column));
 }
 
-void writeGraph(int slotNumber, const GraphSlot& slot, RecordWriter& out)
+void writeGraph(int slotNumber, const GraphSlot& slot, const QByteArray& text, RecordWriter& out)
 {
     out.int32(GraphTag, slotNumber);
     out.raw<qint32>(slot.Bounds.Left);
@@ -195,7 +197,7 @@ void writeGraph(int slotNumber, const GraphSlot& slot, RecordWriter& out)
     out.raw<qint16>(slot.FirstRowLabels ? -1 : 0);
     out.raw<qint16>(slot.CountAndGroup ? -1 : 0);
     out.raw<qint32>(slot.NumberOfGroups);
-    out.raw<qint32>(static_cast<qint32>(slot.GraphData.size()));
+    out.raw<qint32>(static_cast<qint32>(text.size()));
 }
 
 void writeCell(const Sheet& sheet, int row, int column, RecordWriter& out)
@@ -419,7 +421,13 @@ void readGraph(RecordReader& in, Sheet& sheet)
         throw Damage { u"a graph range outside the sheet"_s };
     if (length < 0 || length > in.remaining())
         throw Damage { u"a graph longer than the file"_s };
-    slot.GraphData = in.bytes(length).toByteArray();
+    slot.Graph = std::make_shared<Ormsey::Graph>();
+    try {
+        slot.Graph->LoadGraphDataBytes(in.bytes(length));
+    } catch (const Runtime::Error& fault) {
+        // A row of more than five fields: the graph text is damaged, so is the file.
+        throw Damage { u"a graph that cannot be read ("_s + fault.message() + u')' };
+    }
     slot.Categories = { topRow, categoriesColumn, bottomRow, categoriesColumn };
     slot.Data = { topRow, dataColumn, bottomRow, dataColumn };
     sheet.graphSlot(slotNumber) = slot;
@@ -623,8 +631,9 @@ bool WriteSheet(const Sheet& sheet, const std::function<bool(const QByteArray& p
         const GraphSlot& slot = sheet.graphSlot(slotNumber);
         if (!slot.InUse)
             continue;
-        writeGraph(slotNumber, slot, out);
-        piece.append(slot.GraphData);
+        const QByteArray text = slot.Graph ? slot.Graph->GraphDataBytes() : QByteArray();
+        writeGraph(slotNumber, slot, text, out);
+        piece.append(text);
     }
     if (!write(piece))
         return false;

@@ -1,5 +1,6 @@
 #include "sheet/SheetFile.h"
 
+#include "graph/Graph.h"
 #include "platform/io/SaveFaults.h"
 #include "sheet/CellReferences.h"
 #include "sheet/Dependencies.h"
@@ -135,7 +136,10 @@ protected:
         graph.Data = { 1, 2, 4, 2 };
         graph.FirstRowLabels = true;
         graph.NumberOfGroups = 5;
-        graph.GraphData = "[Ormsey Data File]\r\nTitle=Rain\r\n\x80\x01"_ba;
+        graph.Graph = std::make_shared<Ormsey::Graph>();
+        graph.Graph->GraphTitle(u"Rain"_s);
+        graph.Graph->Data(0, 0, u"Mon"_s);
+        graph.Graph->Data(0, 1, u"4"_s);
         for (int row = 1; row <= 4; ++row) {
             AddDependent(target, { 0, 0 }, { row, 1 }, 2);
             AddDependent(target, { 0, 0 }, { row, 2 }, 2);
@@ -241,7 +245,14 @@ TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
     graph.Data = { 2, 4, 9, 4 };
     graph.CountAndGroup = true;
     graph.NumberOfGroups = 7;
-    graph.GraphData = "GRAPH"_ba;
+    graph.Graph = std::make_shared<Ormsey::Graph>();
+    graph.Graph->GraphTitle(u"Rain"_s);
+    graph.Graph->Data(0, 0, u"Mon"_s);
+    graph.Graph->Data(0, 1, u"4"_s);
+    // The block carries exactly the graph file's text, as the graph writes it.
+    const QByteArray text = graph.Graph->GraphDataBytes();
+    ASSERT_TRUE(text.contains("GraphTitle = Rain\r\n"));
+    ASSERT_TRUE(text.contains("Row1 = \"Mon\",\"4\""));
     const QByteArray expected = Bytes()
                                     .header()
                                     .int32(13, 3)
@@ -257,11 +268,51 @@ TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
                                     .raw<qint16>(0)
                                     .raw<qint16>(-1)
                                     .raw<qint32>(7)
-                                    .raw<qint32>(5)
-                                    .append("GRAPH")
+                                    .raw<qint32>(static_cast<qint32>(text.size()))
+                                    .append(text)
                                     .cell(1, 1)
                                     .bytes();
     EXPECT_EQ(SheetFileBytes(sheet), expected);
+
+    // Read back, the block is a graph again, with its title and cells.
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(expected, back).isComplete());
+    const GraphSlot& read = back.graphSlot(3);
+    ASSERT_TRUE(read.Graph);
+    EXPECT_EQ(read.Graph->GraphTitle(), u"Rain"_s);
+    EXPECT_EQ(read.Graph->Data(0, 0), u"Mon"_s);
+    EXPECT_EQ(read.Graph->Data(0, 1), u"4"_s);
+    EXPECT_FALSE(back.graphSlot(1).Graph);
+}
+
+TEST_F(SheetFiles, GraphWithARowOfTooManyFieldsStopsTheRead)
+{
+    const QByteArray text
+        = "[Ormsey Data File]\r\nRow1 = \"a\",\"1\",\"2\",\"3\",\"4\",\"5\",\"6\"\r\n";
+    const QByteArray bytes = Bytes()
+                                 .header()
+                                 .int32(13, 1)
+                                 .raw<qint32>(0)
+                                 .raw<qint32>(0)
+                                 .raw<qint32>(100)
+                                 .raw<qint32>(100)
+                                 .raw<qint16>(1)
+                                 .raw<qint16>(2)
+                                 .raw<qint32>(2)
+                                 .raw<qint16>(1)
+                                 .raw<qint16>(2)
+                                 .raw<qint16>(0)
+                                 .raw<qint16>(0)
+                                 .raw<qint32>(0)
+                                 .raw<qint32>(static_cast<qint32>(text.size()))
+                                 .append(text)
+                                 .cell(1, 1)
+                                 .bytes();
+    Sheet back;
+    const SheetReadResult result = ReadSheet(bytes, back);
+    EXPECT_EQ(result.status, SheetReadResult::Damaged);
+    EXPECT_TRUE(result.message.contains(u"graph"_s)) << result.message.toStdString();
+    EXPECT_FALSE(back.graphSlot(1).InUse);
 }
 
 TEST_F(SheetFiles, LastCellZ256WritesEveryCell)
