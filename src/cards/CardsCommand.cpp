@@ -10,6 +10,7 @@
 #include "resources/StringTable.h"
 
 #include <QIODevice>
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,7 +24,7 @@ constexpr int StartingFields = 6;
 const QString Usage = u"usage: quorbin-cli cards new FILE.qnd [--view 2|3|4] [--labels L1,L2,...]\n"
                       u"       quorbin-cli cards import FILE.qnd IN.csv\n"
                       u"       quorbin-cli cards export FILE.qnd OUT.csv [--view 2|3|4] "
-                      u"[--where CONDITION]\n"
+                      u"[--where CONDITION] [--fields L1,L2,...]\n"
                       u"       quorbin-cli cards find FILE.qnd CONDITION\n"
                       u"       quorbin-cli cards info FILE.qnd\n"
                       u"       quorbin-cli cards compact FILE.qnd"_s;
@@ -41,6 +42,7 @@ struct Options
     std::optional<int> view;
     std::optional<QString> where;
     std::optional<QStringList> labels;
+    std::optional<QStringList> fields; // the export's chosen items, by their texts
     bool valid = true;
 };
 
@@ -49,7 +51,8 @@ Options ReadOptions(const QStringList& arguments)
     Options options;
     for (qsizetype i = 2; i < arguments.size(); ++i) {
         const QString& word = arguments[i];
-        if (word == u"--view"_s || word == u"--where"_s || word == u"--labels"_s) {
+        if (word == u"--view"_s || word == u"--where"_s || word == u"--labels"_s
+            || word == u"--fields"_s) {
             if (i + 1 >= arguments.size()) {
                 options.valid = false;
                 break;
@@ -57,6 +60,11 @@ Options ReadOptions(const QStringList& arguments)
             const QString value = arguments[++i];
             if (word == u"--where"_s) {
                 options.where = value;
+            } else if (word == u"--fields"_s) {
+                QStringList fields = value.split(u',', Qt::SkipEmptyParts);
+                for (QString& field : fields)
+                    field = field.trimmed();
+                options.fields = fields;
             } else if (word == u"--labels"_s) {
                 QStringList labels = value.split(u',');
                 for (QString& label : labels)
@@ -108,7 +116,7 @@ int Run(const QString& verb, const Options& options, QTextStream& out, QTextStre
             LabelStartingFields(engine, words[0], *options.labels);
         return 0;
     }
-    if (options.labels)
+    if (options.labels || (options.fields && verb != u"export"_s))
         return UsageFailure(err);
     if (verb == u"import"_s && words.size() == 2 && !options.view && !options.where) {
         CardDatabase cards(engine);
@@ -122,8 +130,26 @@ int Run(const QString& verb, const Options& options, QTextStream& out, QTextStre
         CardDatabase cards(engine);
         cards.OpenCardDatabase(words[0]);
         ApplyCondition(cards, options.where);
-        const QByteArray text
-            = ExportCards(cards, options.view.value_or(cards.ViewType())).toUtf8();
+        std::vector<ExportItem> items = ExportItems(cards, options.view.value_or(cards.ViewType()));
+        if (options.fields) {
+            // The items named, in the list's own order, as the dialog's selection gives them.
+            std::vector<ExportItem> chosen;
+            for (const QString& wanted : *options.fields) {
+                if (std::none_of(items.cbegin(), items.cend(), [&](const ExportItem& item) {
+                        return item.Text.compare(wanted, Qt::CaseInsensitive) == 0;
+                    })) {
+                    err << u"quorbin-cli cards export: no item \""_s << wanted << u"\" to export"_s
+                        << Qt::endl;
+                    return CardsUsageError;
+                }
+            }
+            for (const ExportItem& item : items) {
+                if (options.fields->contains(item.Text, Qt::CaseInsensitive))
+                    chosen.push_back(item);
+            }
+            items = std::move(chosen);
+        }
+        const QByteArray text = ExportCards(cards, items).toUtf8();
         const QString problem = Io::SafeFileWriter::writeFile(
             words[1], [&text](QIODevice& device) { return device.write(text) == text.size(); });
         if (!problem.isEmpty()) {

@@ -68,9 +68,42 @@ TEST_F(CardExportTest, KeywordViewWritesSixKeywordCells)
 
 TEST_F(CardExportTest, CurrentCardIsCurrentAgain)
 {
-    m_cards->MainTable()->MoveLast();
+    const auto& set = m_cards->MainTable();
+    set->MoveFirst();
     Bramlet::ExportCards(*m_cards, 4);
-    EXPECT_EQ(m_cards->MainTable()->Fields(u"CardName"_s)->Value(), Variant(u"Rex"_s));
+    EXPECT_EQ(set->Fields(u"CardName"_s)->Value(), Variant(u"Bubbles"_s));
+    set->MoveLast();
+    Bramlet::ExportCards(*m_cards, 4);
+    EXPECT_EQ(set->Fields(u"CardName"_s)->Value(), Variant(u"Rex"_s));
+}
+
+TEST_F(CardExportTest, ListHoldsTheViewsItems)
+{
+    QStringList texts;
+    for (const Bramlet::ExportItem& item : Bramlet::ExportItems(*m_cards, 4))
+        texts << item.Text;
+    EXPECT_EQ(texts,
+        (QStringList { u"Kind"_s, u"Field Label"_s, u"Field Label"_s, u"Field Label"_s,
+            u"Field Label"_s, u"Field Label"_s, u"Born"_s }));
+    const auto keywords = Bramlet::ExportItems(*m_cards, 3);
+    ASSERT_EQ(keywords.size(), 1u);
+    EXPECT_EQ(keywords[0].Text, u"Keywords"_s);
+    EXPECT_FALSE(keywords[0].Field);
+}
+
+TEST_F(CardExportTest, EveryItemDeselectedWritesTheNamesOnly)
+{
+    EXPECT_EQ(Bramlet::ExportCards(*m_cards, std::vector<Bramlet::ExportItem> {}),
+        u"\"Card Name\"\r\n\"Bubbles\"\r\n\"Rex\""_s);
+}
+
+TEST_F(CardExportTest, OnlyTheChosenFieldsAreWritten)
+{
+    const auto items = Bramlet::ExportItems(*m_cards, 4);
+    EXPECT_EQ(Bramlet::ExportCards(*m_cards, { items.front(), items.back() }),
+        u"\"Card Name\",\"Kind\",\"Born\"\r\n"
+        u"\"Bubbles\",\"\",\"\"\r\n"
+        u"\"Rex\",\"Dog\",\"05 Mar 2004\""_s);
 }
 
 TEST_F(CardExportTest, EmptyCardSetGivesTheHeadingOnly)

@@ -154,6 +154,28 @@ INSTANTIATE_TEST_SUITE_P(Failures, CardsCommandFailureTest,
         FailureRow { "newOverExisting", { u"new"_s, u"FILE"_s }, u"Error 3204: "_s }),
     [](const testing::TestParamInfo<FailureRow>& info) { return std::string(info.param.name); });
 
+TEST_F(CardsCommandTest, ExportWritesTheChosenFieldsOnly)
+{
+    const QString file = path(u"class.qnd"_s);
+    ASSERT_EQ(
+        run({ u"new"_s, file, u"--view"_s, u"4"_s, u"--labels"_s, u"Name2,Pet,Colour"_s }).status,
+        0);
+    const QString csv = write(u"pets.csv"_s, "Name,Pet,Colour\r\nRex,dog,brown\r\n");
+    ASSERT_EQ(run({ u"import"_s, file, csv }).status, 0);
+    const QString out = path(u"out.csv"_s);
+    // Named in any order and case, written in the list's order.
+    EXPECT_EQ(run({ u"export"_s, file, out, u"--fields"_s, u"colour,Pet"_s }).status, 0);
+    EXPECT_EQ(
+        read(out), QByteArray("\"Card Name\",\"Pet\",\"Colour\"\r\n\"Rex\",\"dog\",\"brown\""));
+    EXPECT_EQ(run({ u"export"_s, file, out, u"--fields"_s, QString() }).status, 0);
+    EXPECT_EQ(read(out), QByteArray("\"Card Name\"\r\n\"Rex\""));
+
+    const Result unknown = run({ u"export"_s, file, out, u"--fields"_s, u"Legs"_s });
+    EXPECT_EQ(unknown.status, Bramlet::CardsUsageError);
+    EXPECT_EQ(unknown.err, u"quorbin-cli cards export: no item \"Legs\" to export\n"_s);
+    EXPECT_EQ(read(out), QByteArray("\"Card Name\"\r\n\"Rex\"")); // left as it was
+}
+
 TEST_F(CardsCommandTest, WrongWordsShowTheUsage)
 {
     for (const QStringList& arguments :
