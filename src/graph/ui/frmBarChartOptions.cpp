@@ -27,9 +27,11 @@ frmBarChartOptions::frmBarChartOptions(QWidget* parent)
     axisLayout->addRow(chkAutoScale);
     lblMinimum = Tagged(new QLabel(axis), 10003);
     txtMinimum = new QLineEdit(axis);
+    lblMinimum->setBuddy(txtMinimum);
     axisLayout->addRow(lblMinimum, txtMinimum);
     lblMaximum = Tagged(new QLabel(axis), 10004);
     txtMaximum = new QLineEdit(axis);
+    lblMaximum->setBuddy(txtMaximum);
     axisLayout->addRow(lblMaximum, txtMaximum);
     columns->addWidget(axis);
 
@@ -45,10 +47,14 @@ frmBarChartOptions::frmBarChartOptions(QWidget* parent)
     auto* colourLayout = new QFormLayout(colour);
     chkColour = Tagged(new QCheckBox(colour), 10010);
     colourLayout->addRow(chkColour);
-    cmbHistogramColour = new QComboBox(colour);
-    colourLayout->addRow(Tagged(new QLabel(colour), 10011), cmbHistogramColour);
-    cmbBackgroundColour = new QComboBox(colour);
-    colourLayout->addRow(Tagged(new QLabel(colour), 10012), cmbBackgroundColour);
+    // Each caption is its box's buddy, so its "&" letter moves there instead of showing.
+    for (const auto& [id, box] :
+        { std::pair { 10011, &cmbHistogramColour }, std::pair { 10012, &cmbBackgroundColour } }) {
+        *box = new QComboBox(colour);
+        auto* caption = Tagged(new QLabel(colour), id);
+        caption->setBuddy(*box);
+        colourLayout->addRow(caption, *box);
+    }
     body()->addWidget(colour);
 
     chkLegend = Tagged(new QCheckBox(this), 10013);

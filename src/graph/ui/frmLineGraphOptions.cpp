@@ -29,6 +29,7 @@ frmLineGraphOptions::frmLineGraphOptions(QWidget* parent)
     for (QLineEdit** box : boxes) {
         auto* label = Tagged(new QLabel(axis), id++);
         *box = new QLineEdit(axis);
+        label->setBuddy(*box);
         axisLayout->addRow(label, *box);
         m_rangeControls << label << *box;
     }

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -70,6 +71,20 @@ TEST_F(GraphOptionWindowsTest, BarDialogCaptionsComeFromTheStringTable)
     EXPECT_EQ(dialog->chkLegend->text(), u"Display Legend"_s);
 }
 
+// A caption with an "&" letter shows the letter underlined, never the "&" itself: that
+// needs a buddy to send the key to.
+TEST_F(GraphOptionWindowsTest, CaptionsWithAnAccessKeyHaveABuddy)
+{
+    for (QWidget* dialog : std::initializer_list<QWidget*> { windows->BarChartOptions(),
+             windows->PieChartOptions(), windows->LineGraphOptions() }) {
+        for (const QLabel* label : dialog->findChildren<QLabel*>()) {
+            if (label->text().contains(u'&')) {
+                EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
+            }
+        }
+    }
+}
+
 TEST_F(GraphOptionWindowsTest, ReversedRangeIsSwappedInTheBoxesAndTaken)
 {
     graph.AutoScale = true;
@@ -79,8 +94,8 @@ TEST_F(GraphOptionWindowsTest, ReversedRangeIsSwappedInTheBoxesAndTaken)
     EXPECT_FALSE(dialog->txtMinimum->isEnabled());
 
     // A check box answers clicks on its box and caption, not across its whole row.
-    QTest::mouseClick(dialog->chkAutoScale, Qt::LeftButton, {},
-        QPoint(8, dialog->chkAutoScale->height() / 2));
+    QTest::mouseClick(
+        dialog->chkAutoScale, Qt::LeftButton, {}, QPoint(8, dialog->chkAutoScale->height() / 2));
     EXPECT_TRUE(dialog->txtMinimum->isEnabled());
     Retype(dialog->txtMinimum, u"50"_s);
     Retype(dialog->txtMaximum, u"10"_s);
