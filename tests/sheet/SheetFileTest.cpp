@@ -285,36 +285,6 @@ TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
     EXPECT_FALSE(back.graphSlot(1).Graph);
 }
 
-TEST_F(SheetFiles, GraphWithARowOfTooManyFieldsStopsTheRead)
-{
-    const QByteArray text
-        = "[Ormsey Data File]\r\nRow1 = \"a\",\"1\",\"2\",\"3\",\"4\",\"5\",\"6\"\r\n";
-    const QByteArray bytes = Bytes()
-                                 .header()
-                                 .int32(13, 1)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(100)
-                                 .raw<qint32>(100)
-                                 .raw<qint16>(1)
-                                 .raw<qint16>(2)
-                                 .raw<qint32>(2)
-                                 .raw<qint16>(1)
-                                 .raw<qint16>(2)
-                                 .raw<qint16>(0)
-                                 .raw<qint16>(0)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(static_cast<qint32>(text.size()))
-                                 .append(text)
-                                 .cell(1, 1)
-                                 .bytes();
-    Sheet back;
-    const SheetReadResult result = ReadSheet(bytes, back);
-    EXPECT_EQ(result.status, SheetReadResult::Damaged);
-    EXPECT_TRUE(result.message.contains(u"graph"_s)) << result.message.toStdString();
-    EXPECT_FALSE(back.graphSlot(1).InUse);
-}
-
 TEST_F(SheetFiles, LastCellZ256WritesEveryCell)
 {
     enter("Z256", u"1"_s);
@@ -573,6 +543,27 @@ INSTANTIATE_TEST_SUITE_P(Rows, DamagedFiles,
                 .raw<qint32>(1000)
                 .bytes(),
             SheetReadResult::Damaged, u"a graph longer than the file"_s },
+        // A graph row of more than five fields is refused by the graph's own reader.
+        DamageRow { "graphTextRefused",
+            damagedStart()
+                .int32(13, 1)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint32>(0)
+                .raw<qint16>(1)
+                .raw<qint16>(2)
+                .raw<qint32>(2)
+                .raw<qint16>(1)
+                .raw<qint16>(2)
+                .raw<qint16>(0)
+                .raw<qint16>(0)
+                .raw<qint32>(5)
+                .raw<qint32>(56)
+                .append(
+                    "[Ormsey Data File]\r\nRow1 = \"a\",\"1\",\"2\",\"3\",\"4\",\"5\",\"6\"\r\n")
+                .bytes(),
+            SheetReadResult::Damaged, u"a graph that cannot be read"_s },
         DamageRow { "unknownKind", damagedStart().int32(200, 7).bytes(), SheetReadResult::Damaged,
             u"a cell of unknown kind"_s },
         DamageRow { "textForNumber", damagedStart().text(201, "12").bytes(),

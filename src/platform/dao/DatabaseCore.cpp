@@ -417,19 +417,14 @@ void DatabaseCore::dropColumn(const QString& table, const QString& name)
     connection().write([&] {
         connection().execute(u"ALTER TABLE "_s + QuoteIdentifier(*stored) + u" DROP COLUMN "_s
             + QuoteIdentifier(existing->name));
-        if (hasSystemTable(PropertiesTable)) {
+        for (const QString& system : { PropertiesTable, CountersTable }) {
+            if (!hasSystemTable(system))
+                continue;
             Statement remove = connection().prepare(
-                u"DELETE FROM QSysProperties WHERE TableName = ?1 AND FieldName = ?2"_s);
+                u"DELETE FROM "_s + system + u" WHERE TableName = ?1 AND FieldName = ?2"_s);
             remove.bind(1, *stored);
             remove.bind(2, existing->name);
             remove.step();
-        }
-        if (hasSystemTable(CountersTable)) {
-            Statement forget = connection().prepare(
-                u"DELETE FROM QSysCounters WHERE TableName = ?1 AND FieldName = ?2"_s);
-            forget.bind(1, *stored);
-            forget.bind(2, existing->name);
-            forget.step();
         }
     });
     invalidate();
@@ -453,17 +448,12 @@ void DatabaseCore::renameColumn(const QString& table, const QString& from, const
     connection().write([&] {
         connection().execute(u"ALTER TABLE "_s + QuoteIdentifier(*stored) + u" RENAME COLUMN "_s
             + QuoteIdentifier(existing->name) + u" TO "_s + QuoteIdentifier(to));
-        if (hasSystemTable(PropertiesTable)) {
-            Statement move = connection().prepare(u"UPDATE QSysProperties SET FieldName = ?3 "
-                                                  u"WHERE TableName = ?1 AND FieldName = ?2"_s);
-            move.bind(1, *stored);
-            move.bind(2, existing->name);
-            move.bind(3, to);
-            move.step();
-        }
-        if (hasSystemTable(CountersTable)) {
-            Statement move = connection().prepare(u"UPDATE QSysCounters SET FieldName = ?3 "
-                                                  u"WHERE TableName = ?1 AND FieldName = ?2"_s);
+        // The field's properties and counter follow it to its new name.
+        for (const QString& system : { PropertiesTable, CountersTable }) {
+            if (!hasSystemTable(system))
+                continue;
+            Statement move = connection().prepare(u"UPDATE "_s + system
+                + u" SET FieldName = ?3 WHERE TableName = ?1 AND FieldName = ?2"_s);
             move.bind(1, *stored);
             move.bind(2, existing->name);
             move.bind(3, to);
@@ -590,18 +580,14 @@ void DatabaseCore::dropTable(const QString& table)
     }
     connection().write([&] {
         connection().execute(u"DROP TABLE "_s + QuoteIdentifier(*stored));
-        if (hasSystemTable(PropertiesTable)) {
+        // A table made again under the same name starts without properties, counting from 1.
+        for (const QString& system : { PropertiesTable, CountersTable }) {
+            if (!hasSystemTable(system))
+                continue;
             Statement remove
-                = connection().prepare(u"DELETE FROM QSysProperties WHERE TableName = ?1"_s);
+                = connection().prepare(u"DELETE FROM "_s + system + u" WHERE TableName = ?1"_s);
             remove.bind(1, *stored);
             remove.step();
-        }
-        if (hasSystemTable(CountersTable)) {
-            // A table made again under the same name counts from 1.
-            Statement forget
-                = connection().prepare(u"DELETE FROM QSysCounters WHERE TableName = ?1"_s);
-            forget.bind(1, *stored);
-            forget.step();
         }
         if (hasSystemTable(IndexesTable)) {
             for (const QString& index : std::as_const(indexNames)) {
