@@ -396,7 +396,10 @@ private:
     qsizetype m_position = 0;
 };
 
-void readGraph(RecordReader& in, Sheet& sheet)
+// Reads one graph block into its slot. A graph text its reader refuses part-way (a row of
+// more than five fields, a number too large) leaves the graph as far as it was read; the
+// reason is returned, and the sheet's cells after it are still read.
+QString readGraph(RecordReader& in, Sheet& sheet)
 {
     const qint32 slotNumber = in.integer32();
     if (slotNumber < 1 || slotNumber > GraphSlotCount)
@@ -422,15 +425,16 @@ void readGraph(RecordReader& in, Sheet& sheet)
     if (length < 0 || length > in.remaining())
         throw Damage { u"a graph longer than the file"_s };
     slot.Graph = std::make_shared<Ormsey::Graph>();
+    QString problem;
     try {
         slot.Graph->LoadGraphDataBytes(in.bytes(length));
     } catch (const Runtime::Error& fault) {
-        // A row of more than five fields: the graph text is damaged, so is the file.
-        throw Damage { u"a graph that cannot be read ("_s + fault.message() + u')' };
+        problem = fault.message();
     }
     slot.Categories = { topRow, categoriesColumn, bottomRow, categoriesColumn };
     slot.Data = { topRow, dataColumn, bottomRow, dataColumn };
     sheet.graphSlot(slotNumber) = slot;
+    return problem;
 }
 
 // The state of one read: the cell the cell records apply to and the next column width.
@@ -461,6 +465,11 @@ public:
                 if (progress)
                     progress(static_cast<int>(std::clamp<qint64>(
                         m_in.position() * 100 / std::max<qsizetype>(m_in.size(), 1), 0, 100)));
+            }
+            if (!m_graphProblem.isEmpty()) {
+                result = { SheetReadResult::Damaged,
+                    u"A graph in this file is damaged (%1): it shows only what could be read."_s
+                        .arg(m_graphProblem) };
             }
         } catch (const Damage& damage) {
             result = { SheetReadResult::Damaged,
@@ -527,7 +536,8 @@ private:
             break;
         }
         case GraphTag:
-            readGraph(m_in, m_sheet);
+            if (const QString problem = readGraph(m_in, m_sheet); !problem.isEmpty())
+                m_graphProblem = problem;
             break;
         case CellTextTag:
             display.Text = m_in.text();
@@ -612,6 +622,7 @@ private:
     CellAddress m_current { 1, 1 };
     int m_nextWidthColumn = 1;
     qsizetype m_recordStart = 0;
+    QString m_graphProblem; // why a graph was read only in part; the rest of the file was read
 };
 
 } // namespace

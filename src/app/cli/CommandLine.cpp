@@ -20,7 +20,7 @@ Conversions, as cells, fields and counts show values:
   str NUMBER                     NUMBER with its sign position, e.g. str 0.5 prints " .5"
 
 Spreadsheets:
-  eval EXPR                      the value of an expression, as a formula inserts it
+  eval EXPR                      the value of an expression, e.g. eval 1/3 prints 0.333333333333333
   sheet convert IN OUT           IN and OUT .qnc, .csv or .txt (tab-separated)
   sheet get FILE.qnc CELL        shown text, kind, value and formula of one cell
   sheet set FILE.qnc CELL TEXT   enters TEXT as typed, recalculates and saves
@@ -35,7 +35,8 @@ Graphs:
 Card databases:
   cards new FILE.qnd [--view 2|3|4]
   cards import FILE.qnd IN.csv   first row labels, first value the card name
-  cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION]
+  cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
+                                 the chosen fields only, by label; none: the names only
   cards find FILE.qnd CONDITION  names of the cards the condition selects
   cards info FILE.qnd            version, card count and fields
   cards compact FILE.qnd

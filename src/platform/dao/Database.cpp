@@ -175,13 +175,7 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
 
 void Database::Execute(const QString& sql)
 {
-    const auto database = core();
-    const SqlStatement statement = database->translate(sql);
-    try {
-        m_recordsAffected = database->execute(statement);
-    } catch (const DaoError& error) {
-        throw error.naming(sql);
-    }
+    m_recordsAffected = core()->execute(sql);
 }
 
 void Database::refresh()

@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 #include <QSet>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -374,6 +375,11 @@ void DatabaseCore::createTable(const QString& table, const std::vector<ColumnInf
         connection().execute(TableDefinitionSql(table, columns));
         for (const IndexInfo& index : indexes)
             createIndex(table, index);
+        // A counter's largest number is kept from the start, so numbering reads it inside
+        // the very statement that inserts.
+        if (std::any_of(columns.cbegin(), columns.cend(),
+                [](const ColumnInfo& column) { return column.type.autoIncrement; }))
+            ensureSystemTables();
     });
     invalidate();
 }
@@ -800,17 +806,17 @@ SqlStatement DatabaseCore::translate(const QString& sql) const
 
 QString DatabaseCore::nextCounterSql(const QString& table, const QString& column) const
 {
-    qint64 kept = 0;
-    if (hasSystemTable(CountersTable)) {
-        Statement last = connection().prepare(
-            u"SELECT LastValue FROM QSysCounters WHERE TableName = ?1 AND FieldName = ?2"_s);
-        last.bind(1, table);
-        last.bind(2, column);
-        if (last.step())
-            kept = last.integer(0);
-    }
-    return u"(SELECT MAX(COALESCE(MAX("_s + QuoteIdentifier(column) + u"), 0), "_s
-        + QString::number(kept) + u") + 1 FROM "_s + QuoteIdentifier(table) + u")"_s;
+    const QString largest = u"COALESCE(MAX("_s + QuoteIdentifier(column) + u"), 0)"_s;
+    // A file from before numbers were kept has no QSysCounters until its first delete, and
+    // until then nothing was freed: the largest in the table is the largest ever given.
+    if (!hasSystemTable(CountersTable))
+        return u"(SELECT "_s + largest + u" + 1 FROM "_s + QuoteIdentifier(table) + u")"_s;
+    // The kept number is read by the INSERT itself, so no other copy of the program can
+    // delete and keep a larger one between reading and numbering.
+    return u"(SELECT MAX("_s + largest
+        + u", COALESCE((SELECT LastValue FROM QSysCounters WHERE TableName = "_s
+        + QuoteString(table) + u" AND FieldName = "_s + QuoteString(column) + u"), 0)) + 1 FROM "_s
+        + QuoteIdentifier(table) + u")"_s;
 }
 
 void DatabaseCore::keepCounters(const QString& table)
@@ -831,6 +837,16 @@ void DatabaseCore::keepCounters(const QString& table)
         keep.bind(1, *stored);
         keep.bind(2, column.name);
         keep.step();
+    }
+}
+
+qint64 DatabaseCore::execute(const QString& sql)
+{
+    const SqlStatement statement = translate(sql);
+    try {
+        return execute(statement);
+    } catch (const DaoError& error) {
+        throw error.naming(sql);
     }
 }
 

@@ -117,6 +117,8 @@ public:
     SqlStatement translate(const QString& sql) const;
     // Runs an action statement; returns the rows it changed.
     qint64 execute(const SqlStatement& statement);
+    // Translates and runs one as the user wrote it; a syntax error names that text.
+    qint64 execute(const QString& sql);
 
     void registerRecordset(const std::weak_ptr<Recordset>& recordset);
     // Makes every open recordset read the file again at its next visit.

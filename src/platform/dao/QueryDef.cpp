@@ -62,8 +62,7 @@ void QueryDef::SetSQL(const QString& sql)
 
 void QueryDef::Execute()
 {
-    const auto database = core();
-    m_recordsAffected = database->execute(database->translate(statement()));
+    m_recordsAffected = core()->execute(statement());
 }
 
 std::shared_ptr<Recordset> QueryDef::OpenRecordset(RecordsetType type)

@@ -340,10 +340,11 @@ std::optional<QDate> numericDate(const std::vector<NumberPart>& parts, const QLo
     const int thisYear = QDate::currentDate().year();
     const QString order = localeDateOrder(locale);
     if (parts.size() == 3) {
-        if (parts[0].digits >= 3)
+        // A first part that can be no day ("99/12/31") puts the year first. A mistyped day
+        // ("31/04/21") is refused, never read the other way round as another date.
+        if (parts[0].digits >= 3 || parts[0].value > 31)
             return dateInOrder(parts, u"yMd");
-        // Year first ("99/12/31") is the last resort, tried when no other order gives a date.
-        for (const QString& candidate : { order, u"dMy"_s, u"Mdy"_s, u"yMd"_s }) {
+        for (const QString& candidate : { order, u"dMy"_s, u"Mdy"_s }) {
             if (const auto date = dateInOrder(parts, candidate))
                 return date;
         }

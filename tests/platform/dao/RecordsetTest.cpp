@@ -373,14 +373,13 @@ TEST_F(KeywordTableTest, NumbersFreedBySqlAreNotGivenAgainEvenAfterReopening)
     addKeyword(u"Dog"_s);
     addKeyword(u"Emu"_s);
     m_database->Execute(u"DELETE FROM KeyWords WHERE KeyID >= 2"_s);
-    m_database->Execute(u"INSERT INTO KeyWords (KeyText) VALUES ('Fox')"_s);
+    // Only Cat (1) is left: the numbers 2 and 3 must be remembered by the file itself.
     m_keywords->Close();
     m_database->Close();
     m_database = m_workspace->OpenDatabase(path(u"words.qnd"_s));
     m_keywords = m_database->OpenRecordset(u"KeyWords"_s);
+    m_database->Execute(u"INSERT INTO KeyWords (KeyText) VALUES ('Fox')"_s);
     EXPECT_EQ(addKeyword(u"Fox"_s), 4);
-    m_keywords->Seek(u"="_s, Variant(u"Fox"_s));
-    m_keywords->Delete();
     EXPECT_EQ(addKeyword(u"Gnu"_s), 5);
     // The engine's own bookkeeping is no table of the file's.
     for (const auto& table : m_database->TableDefs().items())
