@@ -53,6 +53,23 @@ public:
         return raw(tag).raw<qint16>(11).raw<qint16>(value ? -1 : 0);
     }
     Bytes& cell(qint16 row, qint16 column) { return raw<qint32>(2).raw(row).raw(column); }
+    // The head of a graph block in slot 1 over rows 1-2, categories in A and data in B,
+    // saying that `length` bytes of graph text follow. The golden test spells the fields out.
+    Bytes& graphBlockHead(qint32 length)
+    {
+        int32(13, 1);
+        for (int corner = 0; corner < 4; ++corner)
+            raw<qint32>(0);
+        return raw<qint16>(1)
+            .raw<qint16>(2)
+            .raw<qint32>(2)
+            .raw<qint16>(1)
+            .raw<qint16>(2)
+            .raw<qint16>(0)
+            .raw<qint16>(0)
+            .raw<qint32>(0)
+            .raw<qint32>(length);
+    }
     Bytes& references(qint32 tag, const QList<CellRef>& list)
     {
         int32(tag, qint32(list.size()));
@@ -292,20 +309,7 @@ TEST_F(SheetFiles, RefusedGraphTextLosesNoCells)
                             "Row1 = \"a\",\"1\",\"2\",\"3\",\"4\",\"5\",\"6\"\r\n";
     const QByteArray bytes = Bytes()
                                  .header()
-                                 .int32(13, 1)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(100)
-                                 .raw<qint32>(100)
-                                 .raw<qint16>(1)
-                                 .raw<qint16>(2)
-                                 .raw<qint32>(2)
-                                 .raw<qint16>(1)
-                                 .raw<qint16>(2)
-                                 .raw<qint16>(0)
-                                 .raw<qint16>(0)
-                                 .raw<qint32>(0)
-                                 .raw<qint32>(static_cast<qint32>(text.size()))
+                                 .graphBlockHead(static_cast<qint32>(text.size()))
                                  .append(text)
                                  .cell(1, 1)
                                  .text(101, "after")
@@ -561,23 +565,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, DamagedFiles,
             SheetReadResult::Damaged, u"a used area outside the sheet"_s },
         DamageRow { "graphSlotFive", damagedStart().int32(13, 5).bytes(), SheetReadResult::Damaged,
             u"a graph slot that does not exist"_s },
-        DamageRow { "graphLongerThanFile",
-            damagedStart()
-                .int32(13, 1)
-                .raw<qint32>(0)
-                .raw<qint32>(0)
-                .raw<qint32>(0)
-                .raw<qint32>(0)
-                .raw<qint16>(1)
-                .raw<qint16>(2)
-                .raw<qint32>(2)
-                .raw<qint16>(1)
-                .raw<qint16>(2)
-                .raw<qint16>(0)
-                .raw<qint16>(0)
-                .raw<qint32>(5)
-                .raw<qint32>(1000)
-                .bytes(),
+        DamageRow { "graphLongerThanFile", damagedStart().graphBlockHead(1000).bytes(),
             SheetReadResult::Damaged, u"a graph longer than the file"_s },
         DamageRow { "unknownKind", damagedStart().int32(200, 7).bytes(), SheetReadResult::Damaged,
             u"a cell of unknown kind"_s },

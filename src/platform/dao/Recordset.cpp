@@ -706,27 +706,25 @@ void Recordset::Update()
     const QString table = QuoteIdentifier(m_table);
 
     if (m_editMode == Dao::EditMode::Add) {
-        const auto database = core();
+        QStringList names;
+        QStringList values;
+        std::vector<size_t> bound;
+        for (size_t i = 0; i < m_columns.size(); ++i) {
+            const Column& column = m_columns[i];
+            if (column.type.autoIncrement) {
+                names.append(QuoteIdentifier(column.name));
+                values.append(core()->nextCounterSql(m_table, column.name));
+            } else if (m_changed[i]) {
+                names.append(QuoteIdentifier(column.name));
+                values.append(u'?' + QString::number(bound.size() + 1));
+                bound.push_back(i);
+            }
+        }
+        const QString sql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
+                                            : u"INSERT INTO "_s + table + u" ("_s
+                + names.join(u", "_s) + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
         qint64 key = 0;
         connection.write([&] {
-            // Counters are numbered inside the write, so no other copy numbers in between.
-            QStringList names;
-            QStringList values;
-            std::vector<size_t> bound;
-            for (size_t i = 0; i < m_columns.size(); ++i) {
-                const Column& column = m_columns[i];
-                if (column.type.autoIncrement) {
-                    names.append(QuoteIdentifier(column.name));
-                    values.append(database->nextCounterSql(m_table, column.name));
-                } else if (m_changed[i]) {
-                    names.append(QuoteIdentifier(column.name));
-                    values.append(u'?' + QString::number(bound.size() + 1));
-                    bound.push_back(i);
-                }
-            }
-            const QString sql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
-                                                : u"INSERT INTO "_s + table + u" ("_s
-                    + names.join(u", "_s) + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
             Statement insert = connection.prepare(sql);
             for (size_t b = 0; b < bound.size(); ++b)
                 insert.bind(static_cast<int>(b + 1), m_buffer[bound[b]]);
