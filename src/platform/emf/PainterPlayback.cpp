@@ -8,6 +8,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPathStroker>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -26,6 +27,18 @@ constexpr std::uint32_t RopBlackness = 0x00000042;
 constexpr std::uint32_t RopWhiteness = 0x00FF0062;
 // Region rectangles read from one record at most; more than any real clip region needs.
 constexpr std::uint32_t MaximumRegionRectangles = 100000;
+// The font engine renders a small glyph as one bitmap under the painter's transform, judging
+// "small" by area alone. A transform that stretches or shears a glyph far in one direction
+// makes a bitmap too long to render, and the engine then copies from a null buffer. Text that
+// could reach beyond this many pixels is filled as outlines instead.
+constexpr double LongestGlyphBitmap = 1024;
+
+// An upper bound on how far the transform can stretch a length in any direction.
+double greatestStretch(const QTransform& transform)
+{
+    return std::hypot(
+        std::hypot(transform.m11(), transform.m12()), std::hypot(transform.m21(), transform.m22()));
+}
 
 QColor colourOf(Colour colour)
 {
@@ -766,24 +779,36 @@ void PainterPlayback::text(RecordReader& reader, bool wide)
     if (flipped)
         turn.scale(1, -1);
     turn.rotate(flipped ? m_state.font.escapement / 10.0 : -m_state.font.escapement / 10.0);
-    m_painter.setTransform(turn * logical * m_base);
+    const QTransform placed = turn * logical * m_base;
+    m_painter.setTransform(placed);
     if (m_state.backgroundMode == BackgroundMode::Opaque) {
         m_painter.fillRect(QRectF(x, baseline - metrics.ascent(), width, metrics.height()),
             colourOf(m_state.backgroundColour));
     }
+    const QColor colour = colourOf(m_state.textColour);
+    const bool asOutlines
+        = std::max(font.pixelSize(), 1) * greatestStretch(placed) > LongestGlyphBitmap;
+    QPainterPath outlines;
+    const auto draw = [&](const QPointF& at, const QString& piece) {
+        if (asOutlines)
+            outlines.addText(at, font, piece);
+        else
+            m_painter.drawText(at, piece);
+    };
     m_painter.setFont(font);
-    m_painter.setPen(colourOf(m_state.textColour));
+    m_painter.setPen(colour);
     if (advances) {
         for (qsizetype index = 0; index < text->size(); ++index) {
             const qsizetype length
                 = text->at(index).isHighSurrogate() && index + 1 < text->size() ? 2 : 1;
-            m_painter.drawText(
-                QPointF(x + offsets[std::size_t(index)], baseline), text->mid(index, length));
+            draw(QPointF(x + offsets[std::size_t(index)], baseline), text->mid(index, length));
             index += length - 1;
         }
     } else {
-        m_painter.drawText(QPointF(x, baseline), *text);
+        draw(QPointF(x, baseline), *text);
     }
+    if (asOutlines)
+        m_painter.fillPath(outlines, colour);
     if (hasRectangle && (options & TextOption::Clipped) != 0)
         m_clipDirty = true;
 }

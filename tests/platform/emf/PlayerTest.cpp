@@ -368,6 +368,66 @@ TEST(PlayerTest, TurnedTextRunsUpward)
     EXPECT_EQ(countPixels(image, QRect(0, 0, 195, 400), isDark), 0);
 }
 
+// Warnings from the font engine while a picture plays; a glyph it failed to render is where
+// it reads a null buffer.
+QStringList& fontWarnings()
+{
+    static QStringList warnings;
+    return warnings;
+}
+
+void keepFontWarnings(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    if (message.contains(u"glyph"_s))
+        fontWarnings().append(message);
+}
+
+TEST(PlayerTest, TextUnderAFarStretchingTransformIsFilledAsOutlines)
+{
+    struct Row
+    {
+        const char* name;
+        Emf::XForm world;
+    };
+    const Row rows[] = {
+        { "shear", { 1, 0, 1e4f, 1, 0, 0 } },
+        { "long and thin", { 1e5f, 0, 0, 1e-5f, 0, 0 } },
+        { "turned shear", { 0, 1e3f, 1, 0, 0, 0 } },
+    };
+    for (const Row& row : rows) {
+        RecordingContext context = newContext();
+        Emf::LogFont font;
+        font.height = -40;
+        font.faceName = u"Arial"_s;
+        context.selectObject(context.createFont(font));
+        context.setWorldTransform(row.world);
+        context.textOut({ 0, 100 }, u"HHHH"_s);
+        fontWarnings().clear();
+        const QtMessageHandler previous = qInstallMessageHandler(keepFontWarnings);
+        const QImage image = Emf::RenderPicture(context.finish(), QSize(48, 32));
+        qInstallMessageHandler(previous);
+        EXPECT_EQ(fontWarnings(), QStringList()) << row.name;
+        EXPECT_EQ(image.size(), QSize(48, 32)) << row.name;
+    }
+}
+
+TEST(PlayerTest, TextTooLargeForGlyphBitmapsIsDrawnInPlace)
+{
+    // An "H" 800 pixels high: its left stem crosses the middle of a 400 by 400 picture.
+    RecordingContext context = newContext();
+    Emf::LogFont font;
+    font.height = -800;
+    font.faceName = u"Arial"_s;
+    context.selectObject(context.createFont(font));
+    context.setTextColour(Red);
+    context.setBackgroundMode(Emf::BackgroundMode::Transparent);
+    context.textOut({ 0, 0 }, u"H"_s);
+    const QImage image = Emf::RenderPicture(context.finish(), QSize(400, 400));
+    EXPECT_EQ(image.pixel(110, 300), red);
+    EXPECT_EQ(image.pixel(20, 300), white);
+    EXPECT_EQ(image.pixel(110, 60), white);
+}
+
 Emf::Picture halfHighRedPicture()
 {
     // 400 wide, 200 high, filled red.
