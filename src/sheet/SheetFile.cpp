@@ -457,8 +457,12 @@ public:
                 m_recordStart = m_in.position();
                 const qint32 tag = m_in.raw<qint32>();
                 if (tag == VersionTag) {
-                    if (m_in.integer32() > SheetFileVersion)
-                        return { SheetReadResult::NewerVersion, GetResString(1275) };
+                    // A later version record stops the read too: what came before it is
+                    // kept, and shown as a whole sheet.
+                    if (m_in.integer32() > SheetFileVersion) {
+                        result = { SheetReadResult::NewerVersion, GetResString(1275) };
+                        break;
+                    }
                 } else {
                     apply(tag);
                 }
@@ -466,7 +470,7 @@ public:
                     progress(static_cast<int>(std::clamp<qint64>(
                         m_in.position() * 100 / std::max<qsizetype>(m_in.size(), 1), 0, 100)));
             }
-            if (!m_graphProblem.isEmpty()) {
+            if (result.isComplete() && !m_graphProblem.isEmpty()) {
                 result = { SheetReadResult::Damaged,
                     u"A graph in this file is damaged (%1): it shows only what could be read."_s
                         .arg(m_graphProblem) };

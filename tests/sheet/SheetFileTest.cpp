@@ -477,6 +477,30 @@ TEST_F(SheetFiles, NumbersAreShownAgainWithTheirFormats)
     EXPECT_EQ(shown("A1"), u"2.50"_s);
 }
 
+TEST_F(SheetFiles, NewerVersionLaterInTheFileStillShowsTheNumbersReadBeforeIt)
+{
+    // What came before the second version record is kept, so it must be a whole sheet: its
+    // numbers shown with their formats, and its saved file reading back the same.
+    const QByteArray bytes = Bytes()
+                                 .header()
+                                 .cell(1, 1)
+                                 .text(101, "stale")
+                                 .int32(200, 2)
+                                 .real(201, 2.5)
+                                 .text(205, "0.00")
+                                 .int16(1, 311)
+                                 .cell(2, 1)
+                                 .text(101, "after")
+                                 .bytes();
+    EXPECT_EQ(ReadSheet(bytes, sheet).status, SheetReadResult::NewerVersion);
+    EXPECT_EQ(shown("A1"), u"2.50"_s);
+    EXPECT_TRUE(shown("A2").isEmpty());
+    const QByteArray saved = SheetFileBytes(sheet);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(saved, back).isComplete());
+    EXPECT_EQ(SheetFileBytes(back), saved);
+}
+
 TEST_F(SheetFiles, LoadedLinksRecalculateAfterAnEntry)
 {
     enter("A1", u"2"_s);
