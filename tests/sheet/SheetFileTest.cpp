@@ -462,17 +462,22 @@ TEST_F(SheetFiles, TextThatIsNotUtf8IsReadAsWindows1252)
     EXPECT_EQ(shown("A1"), u"£5 café"_s);
 }
 
+// A1 holds 2.5 with the sheet's format "0.00", but the file's shown text for it is stale.
+Bytes staleNumberInA1()
+{
+    return Bytes()
+        .header()
+        .cell(1, 1)
+        .text(101, "stale")
+        .int32(200, 2)
+        .real(201, 2.5)
+        .text(205, "0.00");
+}
+
 TEST_F(SheetFiles, NumbersAreShownAgainWithTheirFormats)
 {
     // The file's shown text is stale; loading shows the value with the sheet's format.
-    const QByteArray bytes = Bytes()
-                                 .header()
-                                 .cell(1, 1)
-                                 .text(101, "stale")
-                                 .int32(200, 2)
-                                 .real(201, 2.5)
-                                 .text(205, "0.00")
-                                 .bytes();
+    const QByteArray bytes = staleNumberInA1().bytes();
     ASSERT_TRUE(ReadSheet(bytes, sheet).isComplete());
     EXPECT_EQ(shown("A1"), u"2.50"_s);
 }
@@ -481,17 +486,7 @@ TEST_F(SheetFiles, NewerVersionLaterInTheFileStillShowsTheNumbersReadBeforeIt)
 {
     // What came before the second version record is kept, so it must be a whole sheet: its
     // numbers shown with their formats, and its saved file reading back the same.
-    const QByteArray bytes = Bytes()
-                                 .header()
-                                 .cell(1, 1)
-                                 .text(101, "stale")
-                                 .int32(200, 2)
-                                 .real(201, 2.5)
-                                 .text(205, "0.00")
-                                 .int16(1, 311)
-                                 .cell(2, 1)
-                                 .text(101, "after")
-                                 .bytes();
+    const QByteArray bytes = staleNumberInA1().int16(1, 311).cell(2, 1).text(101, "after").bytes();
     EXPECT_EQ(ReadSheet(bytes, sheet).status, SheetReadResult::NewerVersion);
     EXPECT_EQ(shown("A1"), u"2.50"_s);
     EXPECT_TRUE(shown("A2").isEmpty());

@@ -314,6 +314,17 @@ bool isDark(QRgb colour)
     return qGray(colour) < 100;
 }
 
+// Selects Arial at a character height of `pixels`, turned by `escapement` tenths of a degree.
+void selectArial(RecordingContext& context, std::int32_t pixels, std::int32_t escapement = 0)
+{
+    Emf::LogFont font;
+    font.height = -pixels;
+    font.escapement = escapement;
+    font.orientation = escapement;
+    font.faceName = u"Arial"_s;
+    context.selectObject(context.createFont(font));
+}
+
 TEST(PlayerTest, HatchedBrushDrawsLinesWithGapsBetween)
 {
     RecordingContext context = newContext();
@@ -333,10 +344,7 @@ TEST(PlayerTest, HatchedBrushDrawsLinesWithGapsBetween)
 TEST(PlayerTest, TextIsDrawnInItsColourFromTheReferencePoint)
 {
     RecordingContext context = newContext();
-    Emf::LogFont font;
-    font.height = -40;
-    font.faceName = u"Arial"_s;
-    context.selectObject(context.createFont(font));
+    selectArial(context, 40);
     context.setTextColour(0x000000);
     context.setBackgroundMode(Emf::BackgroundMode::Transparent);
     const Emf::SizeL extent = context.textExtent(u"HHHH"_s);
@@ -353,12 +361,7 @@ TEST(PlayerTest, TextIsDrawnInItsColourFromTheReferencePoint)
 TEST(PlayerTest, TurnedTextRunsUpward)
 {
     RecordingContext context = newContext();
-    Emf::LogFont font;
-    font.height = -40;
-    font.escapement = 900;
-    font.orientation = 900;
-    font.faceName = u"Arial"_s;
-    context.selectObject(context.createFont(font));
+    selectArial(context, 40, 900);
     context.setBackgroundMode(Emf::BackgroundMode::Transparent);
     const Emf::SizeL extent = context.textExtent(u"HHHH"_s);
     context.textOut({ 200, 300 }, u"HHHH"_s);
@@ -396,10 +399,7 @@ TEST(PlayerTest, TextUnderAFarStretchingTransformIsFilledAsOutlines)
     };
     for (const Row& row : rows) {
         RecordingContext context = newContext();
-        Emf::LogFont font;
-        font.height = -40;
-        font.faceName = u"Arial"_s;
-        context.selectObject(context.createFont(font));
+        selectArial(context, 40);
         context.setWorldTransform(row.world);
         context.textOut({ 0, 100 }, u"HHHH"_s);
         fontWarnings().clear();
@@ -415,10 +415,7 @@ TEST(PlayerTest, TextTooLargeForGlyphBitmapsIsDrawnInPlace)
 {
     // An "H" 800 pixels high: its left stem crosses the middle of a 400 by 400 picture.
     RecordingContext context = newContext();
-    Emf::LogFont font;
-    font.height = -800;
-    font.faceName = u"Arial"_s;
-    context.selectObject(context.createFont(font));
+    selectArial(context, 800);
     context.setTextColour(Red);
     context.setBackgroundMode(Emf::BackgroundMode::Transparent);
     context.textOut({ 0, 0 }, u"H"_s);
