@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 
 #ifdef QUORBIN_TEST_WIDGETS
-#include <QApplication>
-using TestApplication = QApplication;
+// Window tests run under the suite's own application object, guard included.
+#include "frame/ui/GuardedApplication.h"
+using TestApplication = Frame::GuardedApplication;
 #else
 #include <QGuiApplication>
 using TestApplication = QGuiApplication;

@@ -3,6 +3,7 @@
 #include "cards/CardCompaction.h"
 #include "frame/DatabaseCompaction.h"
 #include "frame/FrameSettings.h"
+#include "frame/ui/GuardedApplication.h"
 #include "frame/ui/LinkServer.h"
 #include "frame/ui/QtPrompts.h"
 #include "frame/ui/frmMDI.h"
@@ -35,7 +36,7 @@ QStringList ExecuteStringsFromArguments(const QStringList& arguments)
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    Frame::GuardedApplication application(argc, argv);
     QApplication::setApplicationName(u"Quorbin"_s);
     QApplication::setApplicationDisplayName(u"Quorbin"_s);
     QApplication::setOrganizationName(u"Pellimore Soft"_s);

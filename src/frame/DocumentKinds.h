@@ -10,12 +10,14 @@ namespace Frame {
 
 // The document type codes. The card window shows three views of one kind of file.
 enum DocumentType : int {
-    GraphDocument = 1,
-    VelkinDocument = 2,
-    CardDocument = 3,
-    SprondleDocument = 4,
-    SheetDocument = 5,
+    GraphDocumentType = 1,
+    VelkinDocumentType = 2,
+    CardDocumentType = 3,
+    SprondleDocumentType = 4,
+    SheetDocumentType = 5,
 };
+
+class DocumentHost;
 
 // One kind of document window, registered by its own subsystem at start-up so that the frame
 // can open it without depending on it.
@@ -26,8 +28,9 @@ struct DocumentKind
     QString CaptionWord;
     // Lower-case, without the point ("qnp"); empty for kinds that are only made new.
     QString Extension;
-    // Makes a new window: a QWidget that implements DocumentWindow, owned by the caller.
-    std::function<QObject*()> CreateWindow;
+    // Makes a new window: a QWidget that implements DocumentWindow, owned by the caller, which
+    // also hands it the host it may ask for dialogs, icons and the other documents.
+    std::function<QObject*(DocumentHost& host)> CreateWindow;
 };
 
 // Adds a kind, replacing one with the same code.

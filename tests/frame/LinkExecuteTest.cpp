@@ -85,7 +85,8 @@ protected:
         for (const auto& [type, word, extension] : { std::tuple { 1, u"Ormsey"_s, u"qnp"_s },
                  std::tuple { 2, u"Velkin"_s, QString() }, std::tuple { 3, u"Bramlet"_s, u"qnd"_s },
                  std::tuple { 5, u"Tillane"_s, u"qnc"_s } })
-            Frame::RegisterDocumentKind({ type, word, extension, [] { return nullptr; } });
+            Frame::RegisterDocumentKind({ type, word, extension,
+                [](Frame::DocumentHost&) -> QObject* { return nullptr; } });
     }
     void TearDown() override
     {

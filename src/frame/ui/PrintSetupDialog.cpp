@@ -68,14 +68,8 @@ PrintSetupDialog::PrintSetupDialog(QWidget* owner, Orientation orientation)
     FillPrinterList(cmbPrinters, cmdOK);
     connect(
         cmbPrinters, &QComboBox::activated, this, [](int position) { ChoosePrinter(position); });
-    connect(cmdOK, &QPushButton::clicked, this, &PrintSetupDialog::cmdOK_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-}
-
-void PrintSetupDialog::cmdOK_Click()
-{
-    printDocument();
-    accept();
 }
 
 } // namespace Frame

@@ -12,10 +12,10 @@
 namespace Frame {
 
 // What the three print dialogs share: the printer list, OK and Cancel, and for the sheet and
-// graph dialogs the orientation frame. A document's own dialog derives from it, adds its
-// options to optionsLayout() and prints in printDocument(), which OK calls before the dialog
-// closes. The printer chosen here stays the program's printer for the rest of the run and is
-// preselected by every later print dialog.
+// graph dialogs the orientation frame. A document's own dialog derives from it and adds its
+// options to optionsLayout(); the dialogs only ask, and the window that showed one prints
+// what it answered once it is accepted. The printer chosen here stays the program's printer
+// for the rest of the run and is preselected by every later print dialog.
 class PrintSetupDialog : public QDialog
 {
     Q_OBJECT
@@ -43,12 +43,8 @@ protected:
     // Where a derived dialog puts its own frames and check boxes, between the printer list
     // and the buttons.
     QVBoxLayout* optionsLayout() const { return m_options; }
-    // The owner's print operation with the current printer and the dialog's options.
-    virtual void printDocument() { }
 
 private:
-    void cmdOK_Click();
-
     QVBoxLayout* m_options = nullptr;
 };
 

@@ -4,6 +4,7 @@
 #include "frame/DocumentKinds.h"
 #include "frame/DocumentWindow.h"
 #include "frame/FrameSettings.h"
+#include "frame/Hourglass.h"
 #include "frame/LinkExecute.h"
 #include "frame/Prompts.h"
 #include "frame/ui/DocumentSubWindow.h"
@@ -39,48 +40,22 @@ constexpr int noTemporaryFolderText = 455;
 constexpr int compactedText = 456;
 constexpr int openTitle = 551;
 
-frmMDI*& CurrentWindow()
-{
-    static frmMDI* current = nullptr;
-    return current;
-}
-
-// Restores the normal pointer however the command ends.
-class Hourglass
-{
-public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
 } // namespace
 
 frmMDI::frmMDI(QWidget* parent)
     : QMainWindow(parent)
 {
-    CurrentWindow() = this;
     setWindowTitle(u"Quorbin"_s);
     setWindowIcon(ResourceIcon(131));
     mdiArea = new QMdiArea;
     setCentralWidget(mdiArea);
     CommonDialogFolder = QDir::currentPath();
     for (const int number : ToolbarIconNumbers())
-        ToolbarImages.add(ResourceIcon(number));
+        m_toolbarImages.add(ResourceIcon(number));
     buildMenus();
 }
 
-frmMDI::~frmMDI()
-{
-    if (CurrentWindow() == this)
-        CurrentWindow() = nullptr;
-}
-
-frmMDI* frmMDI::Current()
-{
-    return CurrentWindow();
-}
+frmMDI::~frmMDI() = default;
 
 void frmMDI::buildMenus()
 {
@@ -113,11 +88,20 @@ void frmMDI::buildMenus()
     connect(SubHelpMenu[0], &QAction::triggered, this, &frmMDI::ShowAbout);
 }
 
-void frmMDI::rememberFolder(const QString& chosenFile)
+void frmMDI::RememberDialogFolder(const QString& chosenFile)
 {
     const QString folder = QFileInfo(chosenFile).absolutePath();
     if (!folder.isEmpty())
         CommonDialogFolder = folder;
+}
+
+void frmMDI::SetDocumentChanged(const QObject* window, bool changed)
+{
+    bool ok = false;
+    const int slot = window->property("Tag").toString().toInt(&ok);
+    DocumentTable& table = Settings().DocumentTable;
+    if (ok && table.isValidIndex(slot) && table.slot(slot).Form.data() == window)
+        table.setChanged(slot, changed);
 }
 
 void frmMDI::FileOpen(int filterIndex)
@@ -127,7 +111,7 @@ void frmMDI::FileOpen(int filterIndex)
     const std::optional<FileChoice> choice = CurrentPrompts().openFile(request);
     if (!choice || choice->path.isEmpty())
         return;
-    rememberFolder(choice->path);
+    RememberDialogFolder(choice->path);
     OpenDocumentFile(choice->path);
 }
 
@@ -143,7 +127,7 @@ int frmMDI::OpenDocumentWindow(int docType, const QString& fileName)
     const DocumentKind* kind = FindDocumentKind(docType);
     if (kind == nullptr || !kind->CreateWindow)
         return -1;
-    QObject* made = kind->CreateWindow();
+    QObject* made = kind->CreateWindow(*this);
     auto* widget = qobject_cast<QWidget*>(made);
     auto* document = dynamic_cast<DocumentWindow*>(made);
     if (widget == nullptr || document == nullptr) {
@@ -199,7 +183,7 @@ void frmMDI::CompactDatabase()
     const std::optional<FileChoice> choice = CurrentPrompts().openFile(request);
     if (!choice || choice->path.isEmpty())
         return;
-    rememberFolder(choice->path);
+    RememberDialogFolder(choice->path);
     try {
         MDICompactDatabase(choice->path);
     } catch (...) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/DocumentHost.h"
 #include "frame/ui/ImageList.h"
 
 #include <QAction>
@@ -16,9 +17,9 @@ class frmNewFile;
 
 // The main window: a multiple-document frame that owns the table of open documents, turns
 // file names into document windows of the registered kinds, takes the shell's open command
-// and ends the program. Document windows call back into it (FileOpen, MDICompactDatabase,
-// OpenDocumentWindow) through Current().
-class frmMDI : public QMainWindow
+// and ends the program. It is the host of every document window it makes: the windows ask it
+// for what they need through DocumentHost and never name this class.
+class frmMDI : public QMainWindow, public DocumentHost
 {
     Q_OBJECT
 
@@ -27,9 +28,6 @@ public:
     // images, the menus and their captions. InitialiseFrame must have run.
     explicit frmMDI(QWidget* parent = nullptr);
     ~frmMDI() override;
-
-    // The main window of the running program; nullptr before one is made.
-    static frmMDI* Current();
 
     // The open dialog with the pair `filterIndex` (from 1) of the program's file filter
     // preselected, then OpenDocumentFile with the choice. Cancelling ends it silently.
@@ -53,16 +51,24 @@ public:
 
     // The menu commands.
     void ShowNewFile();
-    void ShowAbout();
+    void ShowAbout() override;
     void CompactDatabase();
+
+    // DocumentHost, for the document windows.
+    void NewFile() override { ShowNewFile(); }
+    void OpenFile(int filterIndex) override { FileOpen(filterIndex); }
+    void Exit() override { close(); }
+    QString DialogFolder() const override { return CommonDialogFolder; }
+    void RememberDialogFolder(const QString& chosenFile) override;
+    QString Caption() const override { return windowTitle(); }
+    const ImageList& ToolbarImages() const override { return m_toolbarImages; }
+    void SetDocumentChanged(const QObject* window, bool changed) override;
 
     // The document window (a widget implementing DocumentWindow) of a slot; nullptr when
     // the slot is free or out of range.
     QWidget* DocumentWindowAt(int slot) const;
 
     QMdiArea* mdiArea = nullptr;
-    // The shared toolbar icons, indexes 1 to 24, for the document windows' toolbars.
-    ImageList ToolbarImages;
     // Where the open dialogs start: the current folder at start-up, then the last one used.
     QString CommonDialogFolder;
     QMenu* FileMenu = nullptr;
@@ -82,8 +88,9 @@ protected:
 
 private:
     void buildMenus();
-    void rememberFolder(const QString& chosenFile);
 
+    // The shared toolbar icons, indexes 1 to 24, for the document windows' toolbars.
+    ImageList m_toolbarImages;
     QPointer<frmNewFile> m_newFile;
 };
 

@@ -87,6 +87,7 @@ private:
 
 DataGrid::DataGrid(DataGridModel* model, QWidget* parent)
     : QTableView(parent)
+    , m_model(model)
 {
     setModel(model);
     setItemDelegate(new CellDelegate(this));
@@ -120,18 +121,23 @@ void DataGrid::EndCellEdit()
     }
 }
 
+int DataGrid::lastColumn() const
+{
+    return std::max(int(m_model->Headings().size()) - 1, 0);
+}
+
 void DataGrid::MoveCurrentCell(int rowStep, int columnStep)
 {
     const QModelIndex current = currentIndex();
     const int row = std::clamp(current.row() + rowStep, 0, Graph::RowCount - 1);
-    const int column = std::clamp(current.column() + columnStep, 0, Graph::ColumnCount - 1);
+    const int column = std::clamp(current.column() + columnStep, 0, lastColumn());
     setCurrentIndex(model()->index(row, column));
 }
 
 void DataGrid::MoveAfterEnter()
 {
     const QModelIndex current = currentIndex();
-    if (current.column() < Graph::ColumnCount - 1)
+    if (current.column() < lastColumn())
         MoveCurrentCell(0, 1);
     else if (current.row() < Graph::RowCount - 1)
         setCurrentIndex(model()->index(current.row() + 1, 0));

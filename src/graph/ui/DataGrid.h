@@ -7,8 +7,8 @@ namespace Ormsey {
 class DataGridModel;
 
 // The graph window's data grid. A cell is edited in a text box laid over it, opened by a
-// click or by typing. Enter commits and moves one cell to the right, or from the last column
-// to the categories of the next row; the arrow keys commit and move (left and right only
+// click or by typing. Enter commits and moves one cell to the right, or from the last headed
+// column to the categories of the next row; the arrow keys commit and move (left and right only
 // from the ends of the text); Escape drops the edit. Value columns take only the characters
 // of a decimal number, so that a stray letter cannot turn a value into text.
 class DataGrid : public QTableView
@@ -31,6 +31,12 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    // The last column under a heading: no key moves past it.
+    int lastColumn() const;
+
+    DataGridModel* m_model;
 };
 
 } // namespace Ormsey

@@ -5,44 +5,34 @@
 
 namespace Ormsey {
 
-class Graph;
-
-// The headings of the data grid: "X", "Y" while the graph plots x-y pairs (a scattergram, or
-// a line graph whose categories are all numbers), else "Categories" and one heading per
-// series label in use.
-QStringList GridHeadings(Graph& graph);
+class GraphDocument;
 
 // The graph window's data grid as an item model: a thin adapter over the graph's 256 x 5
-// text cells. Rows are numbered from 1 in the vertical header. The graph owns the values;
-// this model only passes them through, so a producer that fills the graph directly calls
-// Refresh afterwards.
+// text cells. Rows are numbered from 1 in the vertical header. The document owns the values:
+// edits go to it, and the window calls Refresh when it notifies a change. Only the columns
+// under a heading take text, since no other column is drawn or saved.
 class DataGridModel : public QAbstractTableModel
 {
     Q_OBJECT
 
 public:
-    explicit DataGridModel(Graph& graph, QObject* parent = nullptr);
+    explicit DataGridModel(GraphDocument& document, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    // Stores the text only when it differs from the cell, then raises CellEdited.
+    // Hands the text to the document, which refuses it unchanged or outside the headings.
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(
         int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-    // Takes the headings anew (GridHeadings); the columns beyond them have none.
-    void UpdateHeadings();
-    // Every cell may have changed underneath (a file loaded, a sort).
+    // Every cell and heading may have changed underneath.
     void Refresh();
     const QStringList& Headings() const { return m_headings; }
 
-signals:
-    void CellEdited(int row, int column);
-
 private:
-    Graph& m_graph;
+    GraphDocument& m_document;
     QStringList m_headings;
 };
 

@@ -1,5 +1,6 @@
 #include "graph/ui/RegisterGraphWindow.h"
 
+#include "frame/DocumentHost.h"
 #include "frame/DocumentKinds.h"
 #include "graph/ui/frmOrmsey.h"
 
@@ -9,8 +10,8 @@ namespace Ormsey {
 
 void RegisterGraphWindow()
 {
-    Frame::RegisterDocumentKind({ Frame::GraphDocument, u"Ormsey"_s, u"qnp"_s,
-        []() -> QObject* { return new frmOrmsey; } });
+    Frame::RegisterDocumentKind({ Frame::GraphDocumentType, u"Ormsey"_s, u"qnp"_s,
+        [](Frame::DocumentHost& host) -> QObject* { return new frmOrmsey(&host); } });
 }
 
 } // namespace Ormsey

@@ -1,42 +1,34 @@
 #include "graph/ui/frmOrmsey.h"
 
-#include "frame/FrameSettings.h"
-#include "frame/Helpers.h"
+#include "frame/DocumentHost.h"
 #include "frame/Prompts.h"
-#include "frame/ui/PrinterList.h"
+#include "frame/ui/ImageList.h"
 #include "frame/ui/ResourceIcons.h"
-#include "frame/ui/frmMDI.h"
 #include "graph/Graph.h"
+#include "graph/GraphDocument.h"
 #include "graph/ui/DataGrid.h"
 #include "graph/ui/DataGridModel.h"
 #include "graph/ui/GraphOptionWindows.h"
 #include "graph/ui/PictureBox.h"
-#include "graph/ui/PictureExport.h"
-#include "graph/ui/PrintPicture.h"
 #include "graph/ui/frmEditDataSeries.h"
 #include "graph/ui/frmOrmseyPrint.h"
 #include "platform/emf/Player.h"
-#include "platform/runtime/Error.h"
 #include "resources/StringTable.h"
 
 #include <QActionGroup>
-#include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFileInfo>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPainter>
-#include <QPrinter>
 #include <QSettings>
 #include <QSplitter>
 #include <QToolBar>
-#include <QUrl>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,86 +37,39 @@ namespace Ormsey {
 
 namespace {
 
-constexpr int openTitle = 551;
-constexpr int graphTitleText = 570;
 constexpr int xAxisLabelText = 571;
 constexpr int yAxisLabelText = 572;
-constexpr int notSavedText = 573;
-constexpr int saveQuestionText = 574;
 constexpr int graphTitleCaption = 575;
-constexpr int exportTitle = 582;
-constexpr int openFilter = 583;
-constexpr int saveFilter = 584;
-constexpr int saveAsTitle = 1007;
-constexpr int unknownErrorText = 451;
-constexpr int fileNotFound = 53;
-constexpr int printerError = 482;
-// Toolbar buttons share their string ids with menu items, so they are kept apart by this.
-constexpr int toolbarKey = 1000;
 const QString toolbarSetting = u"omToolbar"_s;
 
-// Restores the normal pointer however the command ends.
-class Hourglass
-{
-public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
-void ReportError(const QString& text)
-{
-    Frame::CurrentPrompts().message(
-        text, QString(), Frame::MessageIcon::Exclamation, Frame::MessageButtons::Ok);
-}
-
-QString MainCaption()
-{
-    if (Frame::frmMDI* main = Frame::frmMDI::Current())
-        return main->windowTitle();
-    return QApplication::applicationDisplayName();
-}
+// The toolbar's pictures: indexes into the frame's shared image list.
+constexpr int openImage = 1;
+constexpr int saveImage = 2;
+constexpr int printImage = 3;
+constexpr int barChartImage = 5; // to the scattergram's, in the order of the graph types
+constexpr int make3DImage = 14;
+constexpr int optionsImage = 15;
 
 } // namespace
 
-frmOrmsey::frmOrmsey(QWidget* parent)
+frmOrmsey::frmOrmsey(Frame::DocumentHost* host, QWidget* parent)
     : QMainWindow(parent)
-    , m_graph(std::make_unique<Graph>())
+    , m_host(host)
+    , m_document(new GraphDocument(host, this))
 {
     setObjectName(u"frmOrmsey"_s);
-    m_graph->GraphTitle(GetResString(graphTitleText));
-    m_options = new GraphOptionWindows(*m_graph, this);
+    m_options = new GraphOptionWindows(GraphObject(), this);
     setAcceptDrops(true);
 
     buildInputArea();
     buildMenus();
     buildToolbar();
 
-    connect(GridModel, &DataGridModel::CellEdited, this, [this] {
-        SetChanged(true);
-        UpdateGridHeadings();
-        UpdateMenus();
-        RefreshPicture();
-    });
-    // The options dialogs and the tools palette change the graph behind the window's back.
-    connect(m_graph.get(), &Graph::RedrawGraph, this, [this] {
-        SetChanged(true);
-        if (txtGraphTitle->text() != m_graph->GraphTitle())
-            txtGraphTitle->setText(m_graph->GraphTitle());
-        UpdateGridHeadings();
-        UpdateMenus();
-        RefreshPicture();
-    });
-    connect(m_graph.get(), &Graph::PlotTypeChanged, this, [this] {
-        UpdateGridHeadings();
-        UpdateMenus();
-    });
-
+    connect(m_document, &GraphDocument::changed, this, &frmOrmsey::Refresh);
     const QVariant layout = QSettings().value(toolbarSetting);
     if (layout.isValid())
         restoreState(layout.toByteArray());
-    GetDataFromGraphObject();
+    Refresh();
 }
 
 frmOrmsey::~frmOrmsey()
@@ -136,32 +81,44 @@ frmOrmsey::~frmOrmsey()
         QObject::disconnect(child, nullptr, this, nullptr);
 }
 
+Graph& frmOrmsey::GraphObject()
+{
+    return m_document->GraphObject();
+}
+
 void frmOrmsey::buildInputArea()
 {
     auto* input = new QWidget;
     auto* fields = new QGridLayout;
-    const auto addField = [&](int row, int captionId, QLabel*& label, QLineEdit*& box) {
-        label = new QLabel(GetResString(captionId));
-        box = new QLineEdit;
-        label->setBuddy(box);
-        fields->addWidget(label, row, 0);
-        fields->addWidget(box, row, 1);
-    };
-    addField(0, graphTitleCaption, lblGraphTitle, txtGraphTitle);
-    addField(1, xAxisLabelText, lblXAxisLabel, txtXAxisLabel);
-    addField(2, yAxisLabelText, lblYAxisLabel, txtYAxisLabel);
-    connect(txtGraphTitle, &QLineEdit::editingFinished, this, &frmOrmsey::TakeTitle);
-    connect(txtXAxisLabel, &QLineEdit::editingFinished, this, &frmOrmsey::TakeAxisLabels);
-    connect(txtYAxisLabel, &QLineEdit::editingFinished, this, &frmOrmsey::TakeAxisLabels);
+    const auto addField
+        = [&](int row, int captionId, QLabel*& label, QLineEdit*& box, const QString& name) {
+              label = new QLabel(GetResString(captionId));
+              box = new QLineEdit;
+              box->setObjectName(name);
+              box->setAccessibleName(label->text().remove(u'&'));
+              label->setBuddy(box);
+              fields->addWidget(label, row, 0);
+              fields->addWidget(box, row, 1);
+          };
+    addField(0, graphTitleCaption, lblGraphTitle, txtGraphTitle, u"txtGraphTitle"_s);
+    addField(1, xAxisLabelText, lblXAxisLabel, txtXAxisLabel, u"txtXAxisLabel"_s);
+    addField(2, yAxisLabelText, lblYAxisLabel, txtYAxisLabel, u"txtYAxisLabel"_s);
+    connect(txtGraphTitle, &QLineEdit::editingFinished, this,
+        [this] { m_document->SetGraphTitle(txtGraphTitle->text()); });
+    for (QLineEdit* box : { txtXAxisLabel, txtYAxisLabel })
+        connect(box, &QLineEdit::editingFinished, this,
+            [this] { m_document->SetAxisLabels(txtXAxisLabel->text(), txtYAxisLabel->text()); });
 
-    GridModel = new DataGridModel(*m_graph, this);
+    GridModel = new DataGridModel(*m_document, this);
     grdData = new DataGrid(GridModel);
+    grdData->setObjectName(u"grdData"_s);
     input->setMinimumWidth(300);
     auto* layout = new QVBoxLayout(input);
     layout->addLayout(fields);
     layout->addWidget(grdData, 1);
 
-    picGraph = new PictureBox(*m_graph);
+    picGraph = new PictureBox(GraphObject());
+    picGraph->setObjectName(u"picGraph"_s);
     splitter = new QSplitter(Qt::Horizontal);
     splitter->addWidget(input);
     splitter->addWidget(picGraph);
@@ -188,15 +145,29 @@ QAction* frmOrmsey::Action(int id) const
     return nullptr;
 }
 
+template <typename Command> void frmOrmsey::forward(Command command)
+{
+    CommitEdits();
+    command(*m_document);
+}
+
 void frmOrmsey::buildMenus()
 {
-    mnuFile = menuBar()->addMenu(GetResString(500));
-    connect(addMenuItem(mnuFile, 501), &QAction::triggered, this, [] {
-        if (Frame::frmMDI* main = Frame::frmMDI::Current())
-            main->ShowNewFile();
+    using namespace GraphMenu;
+    const auto onTriggered = [this](QAction* action, auto handler) {
+        connect(action, &QAction::triggered, this, handler);
+        return action;
+    };
+    const auto forwarding = [this](auto command) { return [this, command] { forward(command); }; };
+
+    mnuFile = menuBar()->addMenu(GetResString(File));
+    onTriggered(addMenuItem(mnuFile, New), [this] {
+        if (m_host != nullptr)
+            m_host->NewFile();
     });
-    connect(addMenuItem(mnuFile, 502), &QAction::triggered, this, &frmOrmsey::FileOpen);
-    connect(addMenuItem(mnuFile, 503), &QAction::triggered, this, [this] {
+    onTriggered(addMenuItem(mnuFile, Open),
+        forwarding([](GraphDocument& document) { document.OpenWithDialog(); }));
+    onTriggered(addMenuItem(mnuFile, Close), [this] {
         // Inside the main window the frame around this window asks and closes.
         if (parentWidget() != nullptr)
             parentWidget()->close();
@@ -204,56 +175,67 @@ void frmOrmsey::buildMenus()
             close();
     });
     mnuFile->addSeparator();
-    QAction* save = addMenuItem(mnuFile, 505);
-    save->setShortcut(QKeySequence::Save);
-    connect(save, &QAction::triggered, this, &frmOrmsey::FileSave);
-    connect(addMenuItem(mnuFile, 506), &QAction::triggered, this, &frmOrmsey::FileSaveAs);
-    connect(addMenuItem(mnuFile, 507), &QAction::triggered, this, &frmOrmsey::ExportGraphFile);
+    onTriggered(addMenuItem(mnuFile, Save), forwarding([](GraphDocument& document) {
+        document.Save();
+    }))->setShortcut(QKeySequence::Save);
+    onTriggered(addMenuItem(mnuFile, SaveAs),
+        forwarding([](GraphDocument& document) { document.SaveAs(); }));
+    onTriggered(addMenuItem(mnuFile, ExportGraph),
+        forwarding([](GraphDocument& document) { document.Export(); }));
     mnuFile->addSeparator();
-    QAction* print = addMenuItem(mnuFile, 509);
-    print->setShortcut(QKeySequence::Print);
-    connect(print, &QAction::triggered, this, &frmOrmsey::PrintGraph);
+    onTriggered(addMenuItem(mnuFile, Print), &frmOrmsey::PrintGraph)
+        ->setShortcut(QKeySequence::Print);
     mnuFile->addSeparator();
-    connect(addMenuItem(mnuFile, 511), &QAction::triggered, this, [this] {
-        if (Frame::frmMDI* main = Frame::frmMDI::Current())
-            main->close();
+    onTriggered(addMenuItem(mnuFile, Exit), [this] {
+        if (m_host != nullptr)
+            m_host->Exit();
         else
             close();
     });
 
-    mnuEdit = menuBar()->addMenu(GetResString(520));
-    connect(addMenuItem(mnuEdit, 521), &QAction::triggered, this, &frmOrmsey::CopyGraph);
+    mnuEdit = menuBar()->addMenu(GetResString(Edit));
+    onTriggered(addMenuItem(mnuEdit, CopyGraph), &frmOrmsey::copyGraph);
     mnuEdit->addSeparator();
-    connect(addMenuItem(mnuEdit, 523), &QAction::triggered, this, &frmOrmsey::ChooseTextStyle);
+    onTriggered(addMenuItem(mnuEdit, TextStyle), &frmOrmsey::chooseTextStyle);
 
-    mnuGraph = menuBar()->addMenu(GetResString(530));
+    mnuGraph = menuBar()->addMenu(GetResString(GraphKind));
     auto* types = new QActionGroup(this);
-    for (int type = 0; type < 4; ++type) {
-        QAction* item = addMenuItem(mnuGraph, 531 + type);
+    for (int type = Graph::BarChart; type <= Graph::Scattergram; ++type) {
+        QAction* item = addMenuItem(mnuGraph, BarChart + type);
         item->setCheckable(true);
         types->addAction(item);
-        connect(item, &QAction::triggered, this, [this, type] { SetGraphType(type); });
+        onTriggered(
+            item, forwarding([type](GraphDocument& document) { document.SetGraphType(type); }));
     }
     mnuGraph->addSeparator();
-    QAction* make3D = addMenuItem(mnuGraph, 536);
+    QAction* make3D = addMenuItem(mnuGraph, Make3D);
     make3D->setCheckable(true);
-    connect(make3D, &QAction::triggered, this, &frmOrmsey::SetGraph3D);
+    onTriggered(make3D, [this](bool on) { m_document->SetGraph3D(on); });
     mnuGraph->addSeparator();
-    connect(addMenuItem(mnuGraph, 538), &QAction::triggered, this, &frmOrmsey::ShowOptions);
-
-    mnuData = menuBar()->addMenu(GetResString(540));
-    for (int column = 0; column < 2; ++column)
-        connect(addMenuItem(mnuData, 541 + column), &QAction::triggered, this,
-            [this, column] { Sort(column); });
-    connect(addMenuItem(mnuData, 543), &QAction::triggered, this, [this] { Sort(-1); });
-    mnuData->addSeparator();
-    connect(addMenuItem(mnuData, 545), &QAction::triggered, this, &frmOrmsey::EditDataSeries);
-
-    mnuHelp = menuBar()->addMenu(GetResString(420));
-    connect(addMenuItem(mnuHelp, 421), &QAction::triggered, this, [] {
-        if (Frame::frmMDI* main = Frame::frmMDI::Current())
-            main->ShowAbout();
+    onTriggered(addMenuItem(mnuGraph, Options), [this] {
+        CommitEdits();
+        m_options->ShowOptions();
     });
+    onTriggered(addMenuItem(mnuGraph, GraphTools), &frmOrmsey::ShowGraphTools);
+
+    mnuData = menuBar()->addMenu(GetResString(Data));
+    const int sortColumns[] = { 0, 1, -1 };
+    for (int index = 0; index < 3; ++index) {
+        const int column = sortColumns[index];
+        onTriggered(addMenuItem(mnuData, SortByName + index),
+            forwarding([column](GraphDocument& document) { document.Sort(column); }));
+    }
+    mnuData->addSeparator();
+    onTriggered(addMenuItem(mnuData, EditDataSeries), &frmOrmsey::editDataSeries);
+
+    mnuHelp = menuBar()->addMenu(GetResString(Help));
+    onTriggered(addMenuItem(mnuHelp, About), [this] {
+        if (m_host != nullptr)
+            m_host->ShowAbout();
+    });
+
+    for (const auto& [id, action] : m_actions)
+        action->setObjectName(u"mnu"_s + QString::number(id));
 }
 
 void frmOrmsey::buildToolbar()
@@ -261,360 +243,142 @@ void frmOrmsey::buildToolbar()
     tbrToolbar = addToolBar(QString());
     tbrToolbar->setObjectName(toolbarSetting);
     tbrToolbar->setIconSize(QSize(24, 24));
-    const auto addButton = [this](int id, int icon) {
-        QAction* button = tbrToolbar->addAction(Frame::ResourceIcon(icon), GetResString(id));
-        m_actions.append({ toolbarKey + id, button });
+    const auto addButton = [this](int id, int image) {
+        const QIcon icon = m_host != nullptr
+            ? m_host->ToolbarImages().ListImages(image)
+            : Frame::ResourceIcon(Frame::ToolbarIconNumbers().value(image - 1));
+        QAction* button = tbrToolbar->addAction(icon, GetResString(id));
+        button->setObjectName(u"tbr"_s + QString::number(id));
+        m_actions.append({ GraphToolbar::Key + id, button });
         return button;
     };
-    connect(addButton(551, 127), &QAction::triggered, this, &frmOrmsey::FileOpen);
-    connect(addButton(552, 128), &QAction::triggered, this, &frmOrmsey::FileSave);
-    connect(addButton(553, 129), &QAction::triggered, this, &frmOrmsey::PrintGraph);
+    // The buttons do what the menu items of the same name do.
+    const auto mirror = [this](QAction* button, int menuId) {
+        connect(button, &QAction::triggered, Action(menuId), &QAction::trigger);
+    };
+    mirror(addButton(GraphToolbar::Open, openImage), GraphMenu::Open);
+    mirror(addButton(GraphToolbar::Save, saveImage), GraphMenu::Save);
+    mirror(addButton(GraphToolbar::Print, printImage), GraphMenu::Print);
     tbrToolbar->addSeparator();
     auto* types = new QActionGroup(this);
-    for (int type = 0; type < 4; ++type) {
-        QAction* button = addButton(555 + type, 105 + type);
+    for (int type = Graph::BarChart; type <= Graph::Scattergram; ++type) {
+        QAction* button = addButton(GraphToolbar::BarChart + type, barChartImage + type);
         button->setCheckable(true);
         types->addAction(button);
-        connect(button, &QAction::triggered, this, [this, type] { SetGraphType(type); });
+        mirror(button, GraphMenu::BarChart + type);
     }
-    QAction* make3D = addButton(559, 122);
+    QAction* make3D = addButton(GraphToolbar::Make3D, make3DImage);
     make3D->setCheckable(true);
-    connect(make3D, &QAction::triggered, this, &frmOrmsey::SetGraph3D);
+    connect(make3D, &QAction::triggered, this, [this](bool on) { m_document->SetGraph3D(on); });
     tbrToolbar->addSeparator();
-    connect(addButton(561, 123), &QAction::triggered, this, &frmOrmsey::ShowOptions);
-}
-
-int frmOrmsey::Slot() const
-{
-    bool ok = false;
-    const int slot = property("Tag").toString().toInt(&ok);
-    return ok && Frame::Settings().DocumentTable.isValidIndex(slot) ? slot : -1;
-}
-
-bool frmOrmsey::IsChanged() const
-{
-    const int slot = Slot();
-    return slot >= 0 ? Frame::Settings().DocumentTable.slot(slot).Changed : m_changed;
-}
-
-void frmOrmsey::SetChanged(bool changed)
-{
-    m_changed = changed;
-    const int slot = Slot();
-    if (slot >= 0)
-        Frame::Settings().DocumentTable.setChanged(slot, changed);
-}
-
-void frmOrmsey::SetCaption()
-{
-    setWindowTitle(u"Ormsey - "_s + Frame::FileTitleOf(m_fileName));
+    mirror(addButton(GraphToolbar::Options, optionsImage), GraphMenu::Options);
 }
 
 void frmOrmsey::setFileName(const QString& fileName)
 {
     // A pupil starts typing data straight away: the keys go to the grid's first cell.
     grdData->setFocus();
-    if (fileName.isEmpty()) {
-        m_fileName.clear();
-        return;
-    }
-    OpenGraphFile(fileName);
+    if (!fileName.isEmpty())
+        m_document->Open(fileName);
 }
 
-void frmOrmsey::OpenGraphFile(const QString& path)
+QString frmOrmsey::fileName() const
+{
+    return m_document->FileName();
+}
+
+void frmOrmsey::CommitEdits()
 {
     grdData->EndCellEdit();
-    if (!QFileInfo::exists(path)) {
-        ReportError(GetResString(unknownErrorText) + QString::number(fileNotFound));
+    m_document->SetGraphTitle(txtGraphTitle->text());
+    m_document->SetAxisLabels(txtXAxisLabel->text(), txtYAxisLabel->text());
+}
+
+void frmOrmsey::Refresh()
+{
+    // Reading the graph may bring its statistics up to date, which notifies again: the
+    // refresh under way shows that state already.
+    if (m_refreshing)
         return;
+    m_refreshing = true;
+    Graph& graph = GraphObject();
+    const auto show = [](QLineEdit* box, const QString& text) {
+        if (box->text() != text)
+            box->setText(text);
+    };
+    show(txtGraphTitle, graph.GraphTitle());
+    show(txtXAxisLabel, graph.HorizontalAxisLabel());
+    show(txtYAxisLabel, graph.VerticalAxisLabel());
+    GridModel->Refresh();
+
+    const int type = graph.GraphType();
+    for (int index = Graph::BarChart; index <= Graph::Scattergram; ++index) {
+        Action(GraphMenu::BarChart + index)->setChecked(index == type);
+        Action(GraphToolbar::Key + GraphToolbar::BarChart + index)->setChecked(index == type);
     }
-    int failure = 0;
-    {
-        const Hourglass hourglass;
-        m_fileName = path;
-        try {
-            m_graph->LoadGraphData(path);
-        } catch (const Runtime::Error& error) {
-            // The cells read before the damage stay; the user sees what could be read.
-            failure = error.number();
-        }
-        QCoreApplication::processEvents();
-        GetDataFromGraphObject();
-        SetChanged(false);
-        SetCaption();
-        RefreshPicture();
+    for (QAction* make3D :
+        { Action(GraphMenu::Make3D), Action(GraphToolbar::Key + GraphToolbar::Make3D) }) {
+        make3D->setEnabled(graph.CanBe3D());
+        make3D->setChecked(graph.Graph3D());
     }
-    // After the hourglass, so the message shows the normal pointer.
-    if (failure != 0)
-        ReportError(GetResString(unknownErrorText) + QString::number(failure));
+    Action(GraphMenu::EditDataSeries)->setEnabled(type < Graph::Scattergram && !graph.XYPlot());
+    if (!m_document->Caption().isEmpty())
+        setWindowTitle(m_document->Caption());
+    if (m_host != nullptr)
+        m_host->SetDocumentChanged(this, m_document->IsChanged());
+    picGraph->update();
+    m_refreshing = false;
 }
 
-void frmOrmsey::FileOpen()
+void frmOrmsey::copyGraph()
 {
-    if (!AskToSave())
-        return;
-    Frame::FileDialogRequest request { GetResString(openTitle), GetResString(openFilter), 1,
-        QString(), QString() };
-    if (Frame::frmMDI* main = Frame::frmMDI::Current())
-        request.folder = main->CommonDialogFolder;
-    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().openFile(request);
-    if (!choice || choice->path.isEmpty())
-        return;
-    OpenGraphFile(choice->path);
-}
-
-bool frmOrmsey::SaveTo(const QString& path)
-{
-    grdData->EndCellEdit();
-    TakeTitle();
-    TakeAxisLabels();
-    const QString error = m_graph->SaveGraphData(path);
-    if (!error.isEmpty()) {
-        ReportError(error);
-        return false;
-    }
-    m_fileName = path;
-    SetCaption();
-    SetChanged(false);
-    return true;
-}
-
-bool frmOrmsey::FileSave()
-{
-    if (m_fileName.isEmpty())
-        return FileSaveAs();
-    return SaveTo(m_fileName);
-}
-
-bool frmOrmsey::FileSaveAs()
-{
-    Frame::FileDialogRequest request { GetResString(saveAsTitle), GetResString(saveFilter), 1,
-        QFileInfo(m_fileName).absolutePath(), QFileInfo(m_fileName).fileName() };
-    if (m_fileName.isEmpty()) {
-        request.folder.clear();
-        if (Frame::frmMDI* main = Frame::frmMDI::Current())
-            request.folder = main->CommonDialogFolder;
-    }
-    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
-    if (!choice || choice->path.isEmpty())
-        return false;
-    QString path = choice->path;
-    if (QFileInfo(path).suffix().isEmpty())
-        path += u".qnp"_s;
-    return SaveTo(path);
-}
-
-void frmOrmsey::ExportGraphFile()
-{
-    grdData->EndCellEdit();
-    const Frame::FileDialogRequest request { GetResString(exportTitle), ExportFilter(), 1,
-        QString(), QString() };
-    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
-    if (!choice || choice->path.isEmpty())
-        return;
-    QString path = choice->path;
-    if (QFileInfo(path).suffix().isEmpty()) {
-        static const QStringList extensions { u".emf"_s, u".png"_s, u".svg"_s, u".pdf"_s };
-        path += extensions.value(choice->filterIndex - 1, extensions[0]);
-    }
-    const QString error = ExportPictureFile(*m_graph, path);
-    if (!error.isEmpty())
-        ReportError(error);
-}
-
-void frmOrmsey::CopyGraph()
-{
-    grdData->EndCellEdit();
-    const std::unique_ptr<Emf::Picture> picture = m_graph->CopyPicture();
+    CommitEdits();
+    Graph& graph = GraphObject();
+    const std::unique_ptr<Emf::Picture> picture = graph.CopyPicture();
     if (!picture || !picture->isValid())
         return;
     auto* data = new QMimeData;
     data->setData(u"image/x-emf"_s, picture->bytes());
     // Programs that take no metafiles paste the picture at twice its size, for print.
-    data->setImageData(
-        Emf::RenderPicture(*picture, QSize(m_graph->Width(), m_graph->Height()) * 2));
+    data->setImageData(Emf::RenderPicture(*picture, QSize(graph.Width(), graph.Height()) * 2));
     QGuiApplication::clipboard()->setMimeData(data);
 }
 
-void frmOrmsey::ChooseTextStyle()
+void frmOrmsey::chooseTextStyle()
 {
+    CommitEdits();
     const std::optional<QFont> chosen
-        = Frame::CurrentPrompts().font(QFont(m_graph->GraphFont(), 12));
-    if (!chosen)
-        return;
-    const QString before = m_graph->GraphFont();
-    m_graph->GraphFont(chosen->family());
-    if (m_graph->GraphFont() != before)
-        SetChanged(true);
-    RefreshPicture();
+        = Frame::CurrentPrompts().font(QFont(GraphObject().GraphFont(), 12));
+    if (chosen)
+        m_document->SetGraphFont(chosen->family());
 }
 
-void frmOrmsey::SetGraphType(int type)
+void frmOrmsey::editDataSeries()
 {
-    grdData->EndCellEdit();
-    if (type != m_graph->GraphType()) {
-        m_graph->GraphType(type);
-        SetChanged(true);
-    }
-    UpdateGridHeadings();
-    UpdateMenus();
-    RefreshPicture();
+    CommitEdits();
+    frmEditDataSeries dialog(GraphObject(), this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_document->GraphEdited();
 }
 
-void frmOrmsey::SetGraph3D(bool on)
+void frmOrmsey::ShowGraphTools()
 {
-    if (on != m_graph->Graph3D()) {
-        m_graph->Graph3D(on);
-        SetChanged(true);
-    }
-    UpdateMenus();
-    RefreshPicture();
-}
-
-void frmOrmsey::ShowOptions()
-{
-    grdData->EndCellEdit();
-    m_options->ShowOptions();
-}
-
-void frmOrmsey::Sort(int column)
-{
-    grdData->EndCellEdit();
-    m_graph->SortGraph(column);
-    SetChanged(true);
-    GetDataFromGraphObject();
-}
-
-void frmOrmsey::EditDataSeries()
-{
-    grdData->EndCellEdit();
-    frmEditDataSeries dialog(*m_graph, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    SetChanged(true);
-    UpdateGridHeadings();
-    UpdateMenus();
-    RefreshPicture();
-}
-
-void frmOrmsey::UpdateGridHeadings()
-{
-    GridModel->UpdateHeadings();
-}
-
-void frmOrmsey::GetDataFromGraphObject()
-{
-    txtGraphTitle->setText(m_graph->GraphTitle());
-    txtXAxisLabel->setText(m_graph->HorizontalAxisLabel());
-    txtYAxisLabel->setText(m_graph->VerticalAxisLabel());
-    GridModel->Refresh();
-    UpdateGridHeadings();
-    UpdateMenus();
-    RefreshPicture();
-}
-
-void frmOrmsey::UpdateMenus()
-{
-    const int type = m_graph->GraphType();
-    const bool xy = m_graph->XYPlot();
-    for (int index = 0; index < 4; ++index) {
-        Action(531 + index)->setChecked(index == type);
-        Action(toolbarKey + 555 + index)->setChecked(index == type);
-    }
-    for (QAction* make3D : { Action(536), Action(toolbarKey + 559) }) {
-        make3D->setEnabled(m_graph->CanBe3D());
-        make3D->setChecked(m_graph->Graph3D());
-    }
-    Action(545)->setEnabled(type < Graph::Scattergram && !xy);
-}
-
-void frmOrmsey::RefreshPicture()
-{
-    picGraph->update();
-}
-
-void frmOrmsey::TakeTitle()
-{
-    if (txtGraphTitle->text() == m_graph->GraphTitle())
-        return;
-    m_graph->GraphTitle(txtGraphTitle->text());
-    SetChanged(true);
-    RefreshPicture();
-}
-
-void frmOrmsey::TakeAxisLabels()
-{
-    bool changed = false;
-    if (txtXAxisLabel->text() != m_graph->HorizontalAxisLabel()) {
-        m_graph->HorizontalAxisLabel(txtXAxisLabel->text());
-        changed = true;
-    }
-    if (txtYAxisLabel->text() != m_graph->VerticalAxisLabel()) {
-        m_graph->VerticalAxisLabel(txtYAxisLabel->text());
-        changed = true;
-    }
-    if (!changed)
-        return;
-    SetChanged(true);
-    RefreshPicture();
+    CommitEdits();
+    m_options->ShowGraphTools();
 }
 
 void frmOrmsey::PrintGraph()
 {
-    grdData->EndCellEdit();
-    TakeTitle();
-    TakeAxisLabels();
+    CommitEdits();
     frmOrmseyPrint dialog(this);
-    dialog.exec();
-}
-
-void frmOrmsey::PrintGraphOn(bool printData, bool landscape)
-{
-    const PrintTable table = PrintTableOf(*m_graph, txtXAxisLabel->text(), txtYAxisLabel->text());
-    const PrintPicture page = BuildPrintPicture(*m_graph, table, printData, landscape);
-    if (!page.Picture)
-        return;
-    QPrinter printer(QPrinter::HighResolution);
-    const QString printerName = Frame::CurrentPrinterName();
-    if (!printerName.isEmpty())
-        printer.setPrinterName(printerName);
-    printer.setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    printer.setDocName(windowTitle());
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        ReportError(GetResString(unknownErrorText) + QString::number(printerError));
-        return;
-    }
-    const QRectF target = FitFromTopLeft(QSizeF(page.Width, page.Height),
-        printer.pageLayout().paintRectPixels(printer.resolution()).size());
-    Emf::PlayPicture(*page.Picture, painter, target);
-    painter.end();
-}
-
-bool frmOrmsey::AskToSave()
-{
-    grdData->EndCellEdit();
-    TakeTitle();
-    TakeAxisLabels();
-    if (!IsChanged())
-        return true;
-    const Frame::MessageAnswer answer = Frame::CurrentPrompts().message(
-        GetResString(notSavedText) + u"\n"_s + GetResString(saveQuestionText), MainCaption(),
-        Frame::MessageIcon::Exclamation, Frame::MessageButtons::YesNoCancel);
-    switch (answer) {
-    case Frame::MessageAnswer::Yes:
-        return FileSave();
-    case Frame::MessageAnswer::No:
-        SetChanged(false);
-        return true;
-    default:
-        return false;
-    }
+    if (dialog.exec() == QDialog::Accepted)
+        PrintGraphPage(GraphObject(), dialog.Choices(), windowTitle());
 }
 
 bool frmOrmsey::queryClose()
 {
-    if (!AskToSave())
+    CommitEdits();
+    if (!m_document->AskToSave())
         return false;
     QSettings().setValue(toolbarSetting, saveState());
     return true;
@@ -630,58 +394,41 @@ void frmOrmsey::closeEvent(QCloseEvent* event)
     QMainWindow::closeEvent(event);
 }
 
-std::optional<QString> frmOrmsey::DroppedGraphFile(const QMimeData* data)
-{
-    if (data == nullptr || !data->hasUrls())
-        return std::nullopt;
-    const QList<QUrl> urls = data->urls();
-    if (urls.size() != 1 || !urls[0].isLocalFile())
-        return std::nullopt;
-    const QString path = urls[0].toLocalFile();
-    if (!path.endsWith(u"qnp"_s, Qt::CaseInsensitive))
-        return std::nullopt;
-    return path;
-}
+namespace {
 
-void frmOrmsey::dragEnterEvent(QDragEnterEvent* event)
+// A drag is welcome only with the one graph file a drop may bring.
+void AnswerDrag(QDragMoveEvent* event)
 {
-    if (DroppedGraphFile(event->mimeData())) {
+    if (GraphDocument::DroppedGraphFile(event->mimeData())) {
         event->setDropAction(Qt::CopyAction);
         event->accept();
     } else {
         event->ignore();
     }
+}
+
+} // namespace
+
+void frmOrmsey::dragEnterEvent(QDragEnterEvent* event)
+{
+    AnswerDrag(event);
 }
 
 void frmOrmsey::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (DroppedGraphFile(event->mimeData())) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
-}
-
-bool frmOrmsey::DropFile(const QMimeData* data)
-{
-    const std::optional<QString> path = DroppedGraphFile(data);
-    if (!path)
-        return false;
-    if (AskToSave())
-        OpenGraphFile(*path);
-    return true;
+    AnswerDrag(event);
 }
 
 void frmOrmsey::dropEvent(QDropEvent* event)
 {
-    if (!DroppedGraphFile(event->mimeData())) {
+    if (!GraphDocument::DroppedGraphFile(event->mimeData())) {
         event->ignore();
         return;
     }
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    DropFile(event->mimeData());
+    CommitEdits();
+    m_document->Drop(event->mimeData());
 }
 
 } // namespace Ormsey

@@ -4,80 +4,98 @@
 
 #include <QList>
 #include <QMainWindow>
-#include <memory>
-#include <optional>
 
 class QAction;
 class QLabel;
 class QLineEdit;
 class QMenu;
-class QMimeData;
 class QSplitter;
 class QToolBar;
+
+namespace Frame {
+class DocumentHost;
+}
 
 namespace Ormsey {
 
 class DataGrid;
 class DataGridModel;
 class Graph;
+class GraphDocument;
 class GraphOptionWindows;
 class PictureBox;
 
-// The graph plotter's document window: one Graph, an input area (title, axis labels and the
-// data grid) beside a picture of the graph, with its own menus and toolbar. It opens, saves,
-// exports, copies and prints the graph and asks to save on closing. The document's changed
-// flag lives in the frame's document table, in the slot named by the window's Tag; a window
-// made outside the main window keeps it by itself.
+// The window's menu items by their string numbers.
+namespace GraphMenu {
+inline constexpr int File = 500;
+inline constexpr int New = 501;
+inline constexpr int Open = 502;
+inline constexpr int Close = 503;
+inline constexpr int Save = 505;
+inline constexpr int SaveAs = 506;
+inline constexpr int ExportGraph = 507;
+inline constexpr int Print = 509;
+inline constexpr int Exit = 511;
+inline constexpr int Edit = 520;
+inline constexpr int CopyGraph = 521;
+inline constexpr int TextStyle = 523;
+inline constexpr int GraphKind = 530;
+inline constexpr int BarChart = 531; // to Scattergram, in the order of the graph types
+inline constexpr int Scattergram = 534;
+inline constexpr int Make3D = 536;
+inline constexpr int Options = 538;
+inline constexpr int GraphTools = 539;
+inline constexpr int Data = 540;
+inline constexpr int SortByName = 541;
+inline constexpr int SortByNumber = 542;
+inline constexpr int RestoreSort = 543;
+inline constexpr int EditDataSeries = 545;
+inline constexpr int Help = 420;
+inline constexpr int About = 421;
+} // namespace GraphMenu
+
+// The toolbar buttons by their string numbers. They share numbers with nothing else, but
+// Action() keys them apart from the menu items all the same.
+namespace GraphToolbar {
+inline constexpr int Open = 551;
+inline constexpr int Save = 552;
+inline constexpr int Print = 553;
+inline constexpr int BarChart = 555; // to Scattergram, in the order of the graph types
+inline constexpr int Scattergram = 558;
+inline constexpr int Make3D = 559;
+inline constexpr int Options = 561;
+inline constexpr int Key = 1000; // added to a button's number in Action()
+} // namespace GraphToolbar
+
+// The graph plotter's window: a view of one GraphDocument. It shows the title, the axis
+// labels and the data grid beside the picture, forwards every command to the document and
+// answers the document's one changed() notification with one Refresh.
 class frmOrmsey : public QMainWindow, public Frame::DocumentWindow
 {
     Q_OBJECT
 
 public:
-    explicit frmOrmsey(QWidget* parent = nullptr);
+    // The host gives the window the frame's dialogs, icons and commands; it outlives the
+    // window. Without one (tests) those menu items do nothing.
+    explicit frmOrmsey(Frame::DocumentHost* host = nullptr, QWidget* parent = nullptr);
     ~frmOrmsey() override;
 
     // Frame::DocumentWindow: an empty name starts a new graph, any other opens that file.
     void setFileName(const QString& fileName) override;
-    QString fileName() const override { return m_fileName; }
+    QString fileName() const override;
     bool queryClose() override;
 
-    QString FileName() const { return m_fileName; }
-    Graph& GraphObject() { return *m_graph; }
+    GraphDocument& Document() { return *m_document; }
+    Graph& GraphObject();
 
-    // The heading row from the graph (called on PlotTypeChanged, after a type change and
-    // after editing series).
-    void UpdateGridHeadings();
-    // Title, labels and grid from the graph, then headings, menus and picture: producers of
-    // graphs call it after filling GraphObject.
-    void GetDataFromGraphObject();
-    // The print dialog; its OK prints through PrintGraphOn.
+    // Hands a running cell edit and the title and label boxes to the document.
+    void CommitEdits();
+    // Everything shown, from the document: boxes, grid, headings, menus, picture, caption.
+    void Refresh();
+    // The print dialog, then the page on the chosen printer.
     void PrintGraph();
-    // Prints the graph on the current printer, the data table too when asked.
-    void PrintGraphOn(bool printData, bool landscape);
-
-    // The commands, for the menus, the toolbar and tests.
-    void OpenGraphFile(const QString& path);
-    void FileOpen();
-    bool FileSave();
-    bool FileSaveAs();
-    void ExportGraphFile();
-    void CopyGraph();
-    void ChooseTextStyle();
-    void SetGraphType(int type);
-    void SetGraph3D(bool on);
-    void ShowOptions();
-    void Sort(int column);
-    void EditDataSeries();
-
-    bool IsChanged() const;
-    void SetChanged(bool changed);
-    // The menus and toolbar buttons that depend on the graph: type, 3D, options, series.
-    void UpdateMenus();
-    // The one file a drop may bring: a single file whose name ends in "qnp" in any case.
-    static std::optional<QString> DroppedGraphFile(const QMimeData* data);
-    // Opens a dropped graph file (after offering to save a changed graph); false when the
-    // data are refused.
-    bool DropFile(const QMimeData* data);
+    // The tools palette beside the window.
+    void ShowGraphTools();
 
     QLabel* lblGraphTitle = nullptr;
     QLineEdit* txtGraphTitle = nullptr;
@@ -96,7 +114,8 @@ public:
     QMenu* mnuGraph = nullptr;
     QMenu* mnuData = nullptr;
     QMenu* mnuHelp = nullptr;
-    // By string id: 501 to 545 (menus) and 551 to 561 (toolbar buttons, keyed 1551 to 1561).
+    // A menu item by its GraphMenu number, or a toolbar button by GraphToolbar::Key plus its
+    // number; nullptr for any other number.
     QAction* Action(int id) const;
 
     // Room for the grid's first columns beside a readable picture when the main window
@@ -114,20 +133,17 @@ private:
     void buildMenus();
     void buildToolbar();
     QAction* addMenuItem(QMenu* menu, int id);
-    void RefreshPicture();
-    void TakeTitle();
-    void TakeAxisLabels();
-    int Slot() const;
-    bool SaveTo(const QString& path);
-    void SetCaption();
-    // Offers to save a changed graph; false when the user cancels.
-    bool AskToSave();
+    // Commits open edits, then runs the document command.
+    template <typename Command> void forward(Command command);
+    void copyGraph();
+    void chooseTextStyle();
+    void editDataSeries();
 
-    std::unique_ptr<Graph> m_graph;
+    Frame::DocumentHost* m_host;
+    GraphDocument* m_document;
     GraphOptionWindows* m_options = nullptr;
-    QString m_fileName;
-    bool m_changed = false;
     QList<std::pair<int, QAction*>> m_actions;
+    bool m_refreshing = false;
 };
 
 } // namespace Ormsey

@@ -44,8 +44,12 @@ void TestDocument::RegisterAllKinds()
         { 3, u"Bramlet"_s, u"qnd"_s }, { 4, u"Sprondle"_s, QString() },
         { 5, u"Tillane"_s, u"qnc"_s } };
     for (const auto& kind : kinds) {
-        Frame::RegisterDocumentKind({ kind.type, kind.word, kind.extension,
-            []() -> QObject* { return new TestDocument; } });
+        Frame::RegisterDocumentKind(
+            { kind.type, kind.word, kind.extension, [](Frame::DocumentHost& host) -> QObject* {
+                 auto* document = new TestDocument;
+                 document->Host = &host;
+                 return document;
+             } });
     }
 }
 

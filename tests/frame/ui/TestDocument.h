@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/DocumentHost.h"
 #include "frame/DocumentWindow.h"
 
 #include <QList>
@@ -37,6 +38,8 @@ public:
     static QList<QPointer<TestDocument>>& Made();
 
     QList<Arrival> Arrivals;
+    // The host the frame handed over when it made the window.
+    Frame::DocumentHost* Host = nullptr;
     int Queries = 0;
     bool AllowClose = true;
 
