@@ -38,6 +38,7 @@ void InitialiseFrame(const QString& programFolder)
     settings.PictureTempFile = TempFilePath(u"QBNPicture.tmp");
     settings.CurrencySymbol = Runtime::CurrencySymbol();
     settings.CurrentPrinter.clear();
+    settings.PrintToPdfFile = false;
 }
 
 QString TempFilePath(QStringView fileName)

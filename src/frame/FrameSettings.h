@@ -32,6 +32,8 @@ struct FrameSettings
     // The printer the program prints to, by name; empty means the platform's default printer.
     // The print dialogs change it and the change lasts for the rest of the run.
     QString CurrentPrinter;
+    // The print dialogs' "PDF File" entry is chosen: printing asks for a file instead.
+    bool PrintToPdfFile = false;
 };
 
 // The one instance, for the program's single user-interface thread.

@@ -68,7 +68,12 @@ PrintSetupDialog::PrintSetupDialog(QWidget* owner, Orientation orientation)
     FillPrinterList(cmbPrinters, cmdOK);
     connect(
         cmbPrinters, &QComboBox::activated, this, [](int position) { ChoosePrinter(position); });
-    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    // OK takes the entry shown even when the user never opened the list (the only entry, or
+    // "PDF File" preselected on a machine without printers).
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        ChoosePrinter(cmbPrinters->currentIndex());
+        accept();
+    });
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 

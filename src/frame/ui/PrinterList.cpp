@@ -8,36 +8,38 @@
 namespace Frame {
 
 namespace {
-constexpr int noPrintersText = 440;
+constexpr int pdfFileText = 441;
 }
 
 void FillPrinterList(QComboBox* printerCombo, QAbstractButton* okButton)
 {
-    FillPrinterList(
-        printerCombo, okButton, QPrinterInfo::availablePrinterNames(), CurrentPrinterName());
+    FillPrinterList(printerCombo, okButton, QPrinterInfo::availablePrinterNames(),
+        CurrentPrinterName(), Settings().PrintToPdfFile);
 }
 
 void FillPrinterList(QComboBox* printerCombo, QAbstractButton* okButton,
-    const QStringList& printerNames, const QString& currentPrinter)
+    const QStringList& printerNames, const QString& currentPrinter, bool pdfChosen)
 {
     if (printerCombo == nullptr)
         return;
     printerCombo->clear();
     for (const QString& name : printerNames) {
         printerCombo->addItem(name);
-        if (name == currentPrinter)
+        if (!pdfChosen && name == currentPrinter)
             printerCombo->setCurrentIndex(printerCombo->count() - 1);
     }
-    const bool anyPrinter = !printerNames.isEmpty();
-    if (!anyPrinter)
-        printerCombo->addItem(GetResString(noPrintersText));
-    printerCombo->setEnabled(anyPrinter);
+    printerCombo->addItem(GetResString(pdfFileText));
+    if (pdfChosen || printerNames.isEmpty())
+        printerCombo->setCurrentIndex(printerCombo->count() - 1);
+    printerCombo->setEnabled(true);
     if (okButton != nullptr)
-        okButton->setEnabled(anyPrinter);
+        okButton->setEnabled(true);
 }
 
 QString CurrentPrinterName()
 {
+    if (Settings().PrintToPdfFile)
+        return QString();
     const QString& chosen = Settings().CurrentPrinter;
     return chosen.isEmpty() ? QPrinterInfo::defaultPrinterName() : chosen;
 }
@@ -45,8 +47,12 @@ QString CurrentPrinterName()
 void ChoosePrinter(int position)
 {
     const QStringList names = QPrinterInfo::availablePrinterNames();
-    if (position >= 0 && position < names.size())
+    if (position >= 0 && position < names.size()) {
         Settings().CurrentPrinter = names[position];
+        Settings().PrintToPdfFile = false;
+    } else if (position == names.size()) {
+        Settings().PrintToPdfFile = true;
+    }
 }
 
 } // namespace Frame

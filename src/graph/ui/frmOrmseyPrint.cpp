@@ -1,22 +1,17 @@
 #include "graph/ui/frmOrmseyPrint.h"
 
-#include "frame/Prompts.h"
-#include "frame/ui/PrinterList.h"
+#include "frame/ui/PrintJob.h"
 #include "graph/Graph.h"
 #include "graph/ui/PrintPicture.h"
 #include "platform/emf/Player.h"
 #include "resources/StringTable.h"
 
 #include <QCheckBox>
-#include <QPainter>
-#include <QPrinter>
 
 namespace Ormsey {
 
 namespace {
 constexpr int printDataText = 576;
-constexpr int unknownErrorText = 451;
-constexpr int printerError = 482;
 } // namespace
 
 frmOrmseyPrint::frmOrmseyPrint(QWidget* owner)
@@ -41,23 +36,12 @@ void PrintGraphPage(Graph& graph, const GraphPrintChoices& choices, const QStrin
     const PrintPicture page = BuildPrintPicture(graph, table, choices.PrintData, choices.Landscape);
     if (!page.Picture)
         return;
-    QPrinter printer(QPrinter::HighResolution);
-    const QString printerName = Frame::CurrentPrinterName();
-    if (!printerName.isEmpty())
-        printer.setPrinterName(printerName);
-    printer.setPageOrientation(choices.Landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    printer.setDocName(documentName);
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        Frame::CurrentPrompts().message(
-            GetResString(unknownErrorText) + QString::number(printerError), QString(),
-            Frame::MessageIcon::Exclamation, Frame::MessageButtons::Ok);
+    Frame::PrintJob job(documentName, choices.Landscape);
+    if (!job.begin())
         return;
-    }
-    const QRectF target = FitFromTopLeft(QSizeF(page.Width, page.Height),
-        printer.pageLayout().paintRectPixels(printer.resolution()).size());
-    Emf::PlayPicture(*page.Picture, painter, target);
-    painter.end();
+    const QRectF target = FitFromTopLeft(QSizeF(page.Width, page.Height), job.pageArea().size());
+    Emf::PlayPicture(*page.Picture, job.painter(), target);
+    job.finish();
 }
 
 } // namespace Ormsey

@@ -30,8 +30,8 @@ public:
     QCheckBox* chkPrintData = nullptr;
 };
 
-// Prints the graph (and with the choice its data table) on the current printer, the page
-// scaled to fit; a printer that cannot start is reported through Prompts.
+// Prints the graph (and with the choice its data table) on the current printer or into a PDF
+// file, the page scaled to fit; a printer that cannot start is reported through Prompts.
 void PrintGraphPage(Graph& graph, const GraphPrintChoices& choices, const QString& documentName);
 
 } // namespace Ormsey

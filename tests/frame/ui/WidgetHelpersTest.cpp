@@ -244,69 +244,54 @@ protected:
     QPushButton ok;
 };
 
-TEST_F(PrinterListTest, MachineWithoutPrintersShowsNoPrintersAndDisablesOk)
+struct PrinterListRow
 {
-    if (!QPrinterInfo::availablePrinterNames().isEmpty())
-        GTEST_SKIP() << "this machine has printers; the row is about one without";
-    Frame::FillPrinterList(&combo, &ok);
-    ASSERT_EQ(combo.count(), 1);
-    EXPECT_EQ(combo.itemText(0), u"No Printers"_s);
-    EXPECT_FALSE(combo.isEnabled());
-    EXPECT_FALSE(ok.isEnabled());
-}
+    const char* name;
+    QStringList printers;
+    QString current;
+    bool pdfChosen;
+    int selected;
+};
 
-TEST_F(PrinterListTest, CurrentPrinterIsSelected)
+class PrinterListRows : public PrinterListTest, public testing::WithParamInterface<PrinterListRow>
 {
-    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s, u"Library"_s }, u"Room 4"_s);
-    ASSERT_EQ(combo.count(), 3);
-    EXPECT_EQ(combo.itemText(2), u"Library"_s);
-    EXPECT_EQ(combo.currentIndex(), 1);
+};
+
+// Every list ends with "PDF File", so that a machine without a printer still prints.
+TEST_P(PrinterListRows, ListsThePrintersThenThePdfFileWithTheChoiceSelected)
+{
+    const PrinterListRow& row = GetParam();
+    Frame::FillPrinterList(&combo, &ok, row.printers, row.current, row.pdfChosen);
+    ASSERT_EQ(combo.count(), row.printers.size() + 1);
+    for (qsizetype index = 0; index < row.printers.size(); ++index)
+        EXPECT_EQ(combo.itemText(int(index)), row.printers[index]);
+    EXPECT_EQ(combo.itemText(combo.count() - 1), u"PDF File"_s);
+    EXPECT_EQ(combo.currentIndex(), row.selected);
     EXPECT_TRUE(combo.isEnabled());
     EXPECT_TRUE(ok.isEnabled());
 }
 
-TEST_F(PrinterListTest, UnknownCurrentPrinterLeavesTheFirstSelected)
-{
-    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s }, u"Gone"_s);
-    EXPECT_EQ(combo.currentIndex(), 0);
-}
+INSTANTIATE_TEST_SUITE_P(Rows, PrinterListRows,
+    testing::Values(PrinterListRow { "current", { u"Office"_s, u"Room 4"_s, u"Library"_s },
+                        u"Room 4"_s, false, 1 },
+        PrinterListRow { "unknownCurrent", { u"Office"_s, u"Room 4"_s }, u"Gone"_s, false, 0 },
+        PrinterListRow { "pdfChosen", { u"Office"_s }, u"Office"_s, true, 1 },
+        PrinterListRow { "noPrinters", {}, QString(), false, 0 }),
+    [](const testing::TestParamInfo<PrinterListRow>& info) { return info.param.name; });
 
-TEST_F(PrinterListTest, PrintersEnableOkAgainAfterAnEmptyList)
+TEST_F(PrinterListTest, ChoosingThePdfFileAndBackAgain)
 {
-    Frame::FillPrinterList(&combo, &ok, {}, QString());
-    EXPECT_FALSE(ok.isEnabled());
-    Frame::FillPrinterList(&combo, &ok, { u"Office"_s }, QString());
-    EXPECT_TRUE(combo.isEnabled());
-    EXPECT_TRUE(ok.isEnabled());
-    EXPECT_EQ(combo.count(), 1);
-}
-
-TEST_F(PrinterListTest, WorksWithoutAnOkButton)
-{
-    Frame::FillPrinterList(&combo, nullptr, {}, QString());
-    EXPECT_EQ(combo.itemText(0), u"No Printers"_s);
-}
-
-TEST_F(PrinterListTest, ChosenPrinterStaysCurrent)
-{
+    const int pdfEntry = int(QPrinterInfo::availablePrinterNames().size());
     Frame::Settings().CurrentPrinter = u"Room 4"_s;
-    EXPECT_EQ(Frame::CurrentPrinterName(), u"Room 4"_s);
-    Frame::FillPrinterList(&combo, &ok, { u"Office"_s, u"Room 4"_s }, Frame::CurrentPrinterName());
-    EXPECT_EQ(combo.currentIndex(), 1);
-}
-
-TEST_F(PrinterListTest, WithoutAChoiceTheDefaultPrinterIsCurrent)
-{
-    EXPECT_EQ(Frame::CurrentPrinterName(), QPrinterInfo::defaultPrinterName());
-}
-
-TEST_F(PrinterListTest, ChoosingOutsideTheListChangesNothing)
-{
-    Frame::Settings().CurrentPrinter = u"Room 4"_s;
-    const int outside = int(QPrinterInfo::availablePrinterNames().size());
-    Frame::ChoosePrinter(outside);
+    Frame::ChoosePrinter(pdfEntry + 1); // outside the list: nothing changes
     Frame::ChoosePrinter(-1);
-    EXPECT_EQ(Frame::Settings().CurrentPrinter, u"Room 4"_s);
+    EXPECT_FALSE(Frame::Settings().PrintToPdfFile);
+    EXPECT_EQ(Frame::CurrentPrinterName(), u"Room 4"_s);
+    Frame::ChoosePrinter(pdfEntry);
+    EXPECT_TRUE(Frame::Settings().PrintToPdfFile);
+    EXPECT_EQ(Frame::CurrentPrinterName(), QString());
+    Frame::Settings() = {};
+    EXPECT_EQ(Frame::CurrentPrinterName(), QPrinterInfo::defaultPrinterName());
 }
 
 } // namespace

@@ -15,17 +15,21 @@
 #include "graph/ui/RegisterGraphWindow.h"
 #include "graph/ui/frmEditDataSeries.h"
 #include "graph/ui/frmGraphTools.h"
+#include "graph/ui/frmOrmseyPrint.h"
 #include "platform/emf/Picture.h"
 #include "platform/emf/RecordTrace.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QDir>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPdfDocument>
+#include <QPdfSelection>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -468,6 +472,37 @@ TEST_F(GraphWindowTest, DraggingOutOffersGraphEmfInTheTemporaryFolder)
     ASSERT_EQ(data->urls().size(), 1);
     EXPECT_EQ(data->urls()[0].toLocalFile(), PathIn(u"Graph.emf"_s));
     EXPECT_TRUE(Emf::Picture::fromFile(PathIn(u"Graph.emf"_s)).isValid());
+}
+
+TEST_F(GraphWindowTest, PrintsToAPdfFileWithTheDataTable)
+{
+    TypeRows({ { u"Apples"_s, u"12"_s }, { u"Pears"_s, u"7"_s } });
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<Ormsey::frmOrmseyPrint*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        const int last = dialog->cmbPrinters->count() - 1;
+        ASSERT_EQ(dialog->cmbPrinters->itemText(last), u"PDF File"_s);
+        dialog->cmbPrinters->setCurrentIndex(last);
+        dialog->chkPrintData->setChecked(true);
+        dialog->optLandscape->click();
+        QTest::mouseClick(dialog->cmdOK, Qt::LeftButton);
+    });
+    const QString path = PathIn(u"fruit"_s);
+    prompts.answerSaveFile(Frame::FileChoice { path, 1 });
+    window->Action(Menu::Print)->trigger();
+    EXPECT_EQ(prompts.calls().at(0).file.title, u"Print to PDF File"_s);
+
+    QPdfDocument pdf;
+    ASSERT_EQ(pdf.load(path + u".pdf"_s), QPdfDocument::Error::None);
+    ASSERT_EQ(pdf.pageCount(), 1);
+    const QSizeF page = pdf.pagePointSize(0);
+    EXPECT_GT(page.width(), page.height()); // landscape
+    // "Pears" once on the graph's axis and once in the table. Text placed glyph by glyph comes
+    // back with breaks between the letters.
+    QString text = pdf.getAllText(0).text();
+    text.removeIf([](QChar character) { return !character.isLetterOrNumber(); });
+    EXPECT_EQ(text.count(u"Pears"_s), 2) << text.toStdString();
+    Frame::Settings().PrintToPdfFile = false;
 }
 
 TEST(GraphWindowRegistration, KindOneMakesGraphWindowsWithTheirHost)
