@@ -227,7 +227,7 @@ void applyOptions(const ConvertOptions& options, Graph& graph)
         graph.GraphTitle(*options.title);
     if (options.noColour) {
         graph.UseColour = false;
-        graph.PictureStale = true;
+        graph.RequestRedraw();
     }
     if (options.legend)
         graph.DisplayLegend(true);

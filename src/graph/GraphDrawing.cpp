@@ -166,7 +166,7 @@ void GraphDrawing::DrawBarChart()
     m_plotRight = items * bar.pitch + m_plotLeft + 2;
     m_plotWidth = m_plotRight - m_plotLeft;
     m_valueScale = CalculateScale(
-        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotHeight);
+        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData(), m_plotHeight);
     m_zeroY = Whole(m_plotBottom
         - static_cast<double>(m_valueScale.NegativeIntervals) * m_plotHeight
             / m_valueScale.Intervals);
@@ -381,14 +381,14 @@ void GraphDrawing::DrawLineGraph()
     const bool scattergram = m_graph.GraphType() == Graph::Scattergram;
     const std::int32_t items = std::max(m_graph.NoOfItems(), 1);
     m_valueScale = CalculateScale(
-        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotHeight);
+        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData(), m_plotHeight);
     m_zeroY = Whole(m_plotBottom
         - static_cast<double>(m_valueScale.NegativeIntervals) * m_plotHeight
             / m_valueScale.Intervals);
     m_xOrigin = m_plotLeft;
     if (m_xy) {
-        m_xScale = CalculateScale(
-            m_minimum[0], m_maximum[0], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotWidth);
+        m_xScale = CalculateScale(m_minimum[0], m_maximum[0], m_graph.AutoScale,
+            m_graph.HasNonIntegerData(), m_plotWidth);
         m_xOrigin = Whole(
             static_cast<double>(m_xScale.NegativeIntervals) * m_plotWidth / m_xScale.Intervals
             + m_plotLeft);

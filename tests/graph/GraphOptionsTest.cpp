@@ -67,7 +67,7 @@ TEST_F(GraphOptionsTest, BarOptionsAreTakenWithOneRedraw)
     Ormsey::ReadBarChartOptions(graph, options);
 
     EXPECT_EQ(redraws.count(), 1);
-    EXPECT_TRUE(graph.PictureStale);
+    EXPECT_TRUE(graph.PictureStale());
     EXPECT_TRUE(graph.DisplayLegend());
     EXPECT_FALSE(graph.AutoScale);
     EXPECT_EQ(graph.AxisMinimum[1], 10.0);
