@@ -1,4 +1,4 @@
-#include "graph/ui/PrintPicture.h"
+#include "graph/PrintPicture.h"
 
 #include "graph/Graph.h"
 #include "graph/MetaFile.h"
