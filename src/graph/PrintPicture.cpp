@@ -2,6 +2,7 @@
 
 #include "graph/Graph.h"
 #include "graph/MetaFile.h"
+#include "platform/emf/FitPicture.h"
 #include "platform/emf/Player.h"
 
 #include <algorithm>
@@ -130,10 +131,7 @@ PrintPicture BuildPrintPicture(
 
 QRectF FitFromTopLeft(const QSizeF& picture, const QSizeF& page)
 {
-    if (picture.isEmpty() || page.isEmpty())
-        return {};
-    const double scale = std::min(page.width() / picture.width(), page.height() / picture.height());
-    return { 0, 0, picture.width() * scale, picture.height() * scale };
+    return Emf::FitPicture(picture, QRectF(QPointF(0, 0), page), Qt::AlignTop | Qt::AlignLeft);
 }
 
 } // namespace Ormsey

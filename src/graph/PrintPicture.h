@@ -41,8 +41,8 @@ struct PrintPicture
 PrintPicture BuildPrintPicture(
     Graph& graph, const PrintTable& table, bool printData, bool landscape);
 
-// The largest rectangle from the page's top left corner that keeps the picture's
-// proportions; empty when either size is empty.
+// Where the page is printed: the largest rectangle from the paper's top left corner that
+// keeps the page's proportions.
 QRectF FitFromTopLeft(const QSizeF& picture, const QSizeF& page);
 
 } // namespace Ormsey

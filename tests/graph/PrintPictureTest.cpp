@@ -103,28 +103,4 @@ TEST_F(PrintPictureTest, ALongTableGrowsThePage)
     EXPECT_TRUE(Texts(*page.Picture).contains(u"238"_s));
 }
 
-struct FitRow
-{
-    const char* name;
-    QSizeF picture;
-    QSizeF page;
-    QRectF expected;
-};
-
-class FitFromTopLeftTest : public testing::TestWithParam<FitRow>
-{
-};
-
-TEST_P(FitFromTopLeftTest, KeepsProportionsFromTheCorner)
-{
-    EXPECT_EQ(Ormsey::FitFromTopLeft(GetParam().picture, GetParam().page), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, FitFromTopLeftTest,
-    testing::Values(FitRow { "widePicture", { 400, 200 }, { 800, 1000 }, { 0, 0, 800, 400 } },
-        FitRow { "tallPicture", { 200, 400 }, { 800, 1000 }, { 0, 0, 500, 1000 } },
-        FitRow { "samePropotions", { 100, 100 }, { 50, 50 }, { 0, 0, 50, 50 } },
-        FitRow { "emptyPicture", { 0, 100 }, { 50, 50 }, {} }),
-    [](const testing::TestParamInfo<FitRow>& info) { return info.param.name; });
-
 } // namespace
