@@ -101,9 +101,7 @@ void GraphDrawing::StartPass()
     m_surface.PenColour(Black);
     m_surface.PenStyle(SolidPen);
     m_surface.FontColour(Black);
-    // The surface refuses face names of 32 characters or more; such a graph keeps Arial.
-    const QString face = m_graph.GraphFont();
-    m_surface.FontName(face.isEmpty() || face.size() >= 32 ? u"Arial"_s : face);
+    m_surface.FontName(FaceName(m_graph));
     SetFont(TextSize);
 
     m_plotBottom = 340;
@@ -124,6 +122,13 @@ void GraphDrawing::StartPass()
             m_maximum[axis] = m_graph.AxisMaximum[index];
         }
     }
+}
+
+QString GraphDrawing::FaceName(const Graph& graph)
+{
+    constexpr qsizetype longestFace = 31;
+    const QString face = graph.GraphFont();
+    return face.isEmpty() || face.size() > longestFace ? u"Arial"_s : face;
 }
 
 void GraphDrawing::SetFont(double points, std::int32_t orientation, bool bold)

@@ -1,6 +1,7 @@
 #include "graph/PrintPicture.h"
 
 #include "graph/Graph.h"
+#include "graph/GraphDrawing.h"
 #include "graph/MetaFile.h"
 #include "platform/emf/FitPicture.h"
 #include "platform/emf/Player.h"
@@ -75,7 +76,7 @@ PrintPicture BuildPrintPicture(
             Emf::PlayPicture(*graphPicture, *surface.hDC(), { 0, 0, graphWidth, graphHeight });
         if (!printData)
             break;
-        surface.FontName(graph.GraphFont());
+        surface.FontName(GraphDrawing::FaceName(graph));
         surface.FontSize(fontSize);
         if (pass == 0) {
             columnWidths.fill(0, table.Headings.size());

@@ -91,6 +91,21 @@ TEST_F(PrintPictureTest, WithoutDataOnlyTheGraphIsPrinted)
     EXPECT_TRUE(Texts(*page.Picture).contains(u"Pears"_s)); // the graph's own category label
 }
 
+// A font dialog offers faces longer than a metafile font holds; the graph is drawn in Arial
+// then, and so is its table, instead of stopping the print with error 9.
+TEST_F(PrintPictureTest, AFaceTooLongForAMetafileIsPrintedInArialLikeTheGraph)
+{
+    graph.GraphFont(QString(32, u'F'));
+    const Ormsey::PrintTable table = Ormsey::PrintTableOf(graph, u"Fruit"_s, u"Boxes"_s);
+    const Ormsey::PrintPicture page = Ormsey::BuildPrintPicture(graph, table, true, false);
+    ASSERT_TRUE(page.Picture);
+    EXPECT_TRUE(Texts(*page.Picture).contains(u"Plums"_s));
+    const QStringList fonts = Emf::TraceRecords(*page.Picture).filter(u"EXTCREATEFONTINDIRECTW"_s);
+    ASSERT_FALSE(fonts.isEmpty());
+    for (const QString& font : fonts)
+        EXPECT_TRUE(font.endsWith(u"face Arial"_s)) << font.toStdString();
+}
+
 TEST_F(PrintPictureTest, ALongTableGrowsThePage)
 {
     for (int row = 0; row < 120; ++row) {
