@@ -423,7 +423,8 @@ void GraphDrawing::DrawLineGraph()
                 continue;
             const double x = CellValue(name);
             const double y = CellValue(m_graph.Data(row, series));
-            if (m_xy && (x < m_minimum[0] || x > m_maximum[0]))
+            // Category names read as x = 0, so a manual x range without 0 leaves them out too.
+            if (x < m_minimum[0] || x > m_maximum[0])
                 continue;
             if (y < m_minimum[1] || y > m_maximum[1])
                 continue;
@@ -670,10 +671,13 @@ void GraphDrawing::DrawTitle()
 
 std::int32_t GraphDrawing::CategoryColour(const QString& category, int index, int cycle) const
 {
+    // Only a name equal to the category, case included: the colour table's own lookup also
+    // takes names that merely contain the text, which would paint "Light" grey.
     if (!category.isEmpty()) {
-        const std::int32_t named = Frame::ColourValueByName(category);
-        if (named >= 0)
-            return named;
+        for (const Frame::ColourEntry& entry : Frame::Settings().ColourTable) {
+            if (entry.Name == category)
+                return entry.Value;
+        }
     }
     return SeriesColour(index % cycle);
 }

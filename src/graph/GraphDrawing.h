@@ -80,7 +80,7 @@ private:
     void PlaceLegend();
     void DrawTitle();
 
-    // The category's own colour when the colour table names it, else the series colour
+    // The colour whose name equals the category (case included), else the series colour
     // `index` (taken modulo `cycle`).
     std::int32_t CategoryColour(const QString& category, int index, int cycle) const;
     static std::int32_t SeriesColour(int index);
