@@ -1,5 +1,6 @@
 #include "frame/Helpers.h"
 
+#include "platform/emf/FitPicture.h"
 #include "platform/profile/ProfileFile.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
@@ -45,14 +46,11 @@ int NumericKeyFilter(int keyAscii, QStringView mode)
 QRect FitPictureRect(
     int pictureWidth, int pictureHeight, int boxWidth, int boxHeight, int centreX, int centreY)
 {
-    int width = 0;
-    int height = 0;
-    if (pictureWidth >= 1 && pictureHeight >= 1) {
-        const double scale = std::max(0.0,
-            MinOf(MinOf(double(boxWidth) / pictureWidth, double(boxHeight) / pictureHeight), 1.0));
-        width = Runtime::CLng(pictureWidth * scale);
-        height = Runtime::CLng(pictureHeight * scale);
-    }
+    const QRectF box(0, 0, boxWidth, boxHeight);
+    const QSizeF fitted
+        = Emf::FitPicture(QSizeF(pictureWidth, pictureHeight), box, Qt::AlignCenter, false).size();
+    const int width = Runtime::CLng(fitted.width());
+    const int height = Runtime::CLng(fitted.height());
     const int left = Runtime::CLng(centreX - width / 2.0);
     const int top = Runtime::CLng(centreY - height / 2.0);
     return QRect(left, top, width, height);

@@ -2,22 +2,17 @@
 
 #include "frame/Colours.h"
 #include "graph/GraphDrawing.h"
+#include "graph/GraphFile.h"
 #include "graph/MetaFile.h"
 #include "platform/emf/Player.h"
-#include "platform/io/SafeFileWriter.h"
-#include "platform/profile/ProfileFile.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostLocale.h"
 #include "resources/StringTable.h"
 
 #include <QCollator>
-#include <QFile>
-#include <QIODevice>
-#include <QStringView>
 #include <algorithm>
 #include <cmath>
-#include <span>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -48,70 +43,6 @@ double CellValue(const QString& text)
     }
 }
 
-constexpr QStringView Section = u"Ormsey Data File";
-// Between a row's fields in the file.
-constexpr QStringView FieldSeparator = u"\",\"";
-
-constexpr std::array<QStringView, 4> GraphTypeNames { u"BarChart", u"PieChart", u"LineGraph",
-    u"Scattergram" };
-constexpr std::array<QStringView, 3> BarTypeNames { u"Solid Bars", u"Bar Line", u"Histogram" };
-constexpr std::array<QStringView, 4> PieLabelNames { u"No Labels", u"Labels", u"Percentages",
-    u"Labels and Percentages" };
-constexpr std::array<QStringView, 4> PointTypeNames { u"Cross", u"Single Point", u"Circle",
-    u"None" };
-
-// The spelling of an enumerated value; a value outside the table (only a caller's mistake
-// can store one) is written as the first spelling, which reads back as the default.
-QString Spelling(std::span<const QStringView> names, std::int32_t value)
-{
-    if (value < 0 || std::size_t(value) >= names.size())
-        return names.front().toString();
-    return names[std::size_t(value)].toString();
-}
-
-QString TrueFalse(bool value)
-{
-    return value ? u"True"_s : u"False"_s;
-}
-
-// A line break inside a text would end its line in the file and could even start a new key,
-// so texts are written with blanks in their place.
-QString OneLine(const QString& text)
-{
-    QString line = text;
-    line.replace(u'\r', u' ');
-    line.replace(u'\n', u' ');
-    return line;
-}
-
-bool IsWord(QStringView value, QStringView word)
-{
-    return value.compare(word, Qt::CaseInsensitive) == 0;
-}
-
-// The colour after "&H" as an unsigned 32-bit value; hexadecimal digits are read as far as
-// they go, and digits beyond eight keep the low 32 bits.
-std::int32_t ReadColour(QStringView value)
-{
-    if (value.startsWith(u"&H", Qt::CaseInsensitive))
-        value = value.sliced(2);
-    std::uint32_t colour = 0;
-    for (const QChar character : value) {
-        const char16_t code = character.unicode();
-        std::uint32_t digit = 0;
-        if (code >= u'0' && code <= u'9')
-            digit = std::uint32_t(code - u'0');
-        else if (code >= u'a' && code <= u'f')
-            digit = std::uint32_t(code - u'a' + 10);
-        else if (code >= u'A' && code <= u'F')
-            digit = std::uint32_t(code - u'A' + 10);
-        else
-            break;
-        colour = colour * 16U + digit;
-    }
-    return std::int32_t(colour);
-}
-
 bool DiffersIgnoringCase(const QString& stored, const QString& value)
 {
     return stored.compare(value, Qt::CaseInsensitive) != 0;
@@ -137,7 +68,7 @@ void Graph::GraphType(std::int32_t value)
     m_graphType = value;
     if (!CanBe3D())
         m_graph3D = false;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::Graph3D(bool value)
@@ -145,7 +76,7 @@ void Graph::Graph3D(bool value)
     if (value == m_graph3D)
         return;
     m_graph3D = CanBe3D() && value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::BarChartType(std::int32_t value)
@@ -153,7 +84,7 @@ void Graph::BarChartType(std::int32_t value)
     if (value == m_barType)
         return;
     m_barType = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::GraphFont(const QString& value)
@@ -161,7 +92,7 @@ void Graph::GraphFont(const QString& value)
     if (!DiffersIgnoringCase(m_graphFont, value))
         return;
     m_graphFont = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::GraphTitle(const QString& value)
@@ -169,7 +100,7 @@ void Graph::GraphTitle(const QString& value)
     if (!DiffersIgnoringCase(m_graphTitle, value))
         return;
     m_graphTitle = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::HorizontalAxisLabel(const QString& value)
@@ -177,7 +108,7 @@ void Graph::HorizontalAxisLabel(const QString& value)
     if (!DiffersIgnoringCase(m_axisLabels[0], value))
         return;
     m_axisLabels[0] = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::VerticalAxisLabel(const QString& value)
@@ -185,7 +116,7 @@ void Graph::VerticalAxisLabel(const QString& value)
     if (!DiffersIgnoringCase(m_axisLabels[1], value))
         return;
     m_axisLabels[1] = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 QString Graph::DataSeriesLabel(int index) const
@@ -203,7 +134,7 @@ void Graph::DataSeriesLabel(int index, const QString& value)
     if (!DiffersIgnoringCase(label, value))
         return;
     label = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 QString Graph::Data(int row, int column) const
@@ -223,27 +154,27 @@ void Graph::Data(int row, int column, const QString& value)
     cell = value;
     const double number = CellValue(value);
     if (Runtime::Int(number) != number)
-        HasNonIntegerData = true;
-    StatisticsStale = true;
-    PictureStale = true;
+        m_hasNonIntegerData = true;
+    m_statisticsStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::DisplayLegend(bool value)
 {
     m_displayLegend = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::DisplayLineOfBestFit(bool value)
 {
     m_displayLineOfBestFit = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::DisplayCorrelation(bool value)
 {
     m_displayCorrelation = value;
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 bool Graph::GraphHasData()
@@ -253,7 +184,7 @@ bool Graph::GraphHasData()
 
 std::int32_t Graph::NumberOfDataSeries()
 {
-    if (StatisticsStale)
+    if (m_statisticsStale)
         RecalculateStatistics();
     return m_numberOfDataSeries;
 }
@@ -263,27 +194,27 @@ void Graph::NumberOfDataSeries(std::int32_t value)
     if (value == m_numberOfDataSeries)
         return;
     m_numberOfDataSeries = value;
-    StatisticsStale = true;
-    PictureStale = true;
+    m_statisticsStale = true;
+    m_pictureStale = true;
 }
 
 std::int32_t Graph::NoOfItems()
 {
-    if (StatisticsStale)
+    if (m_statisticsStale)
         RecalculateStatistics();
     return m_items;
 }
 
 bool Graph::XYPlot()
 {
-    if (StatisticsStale)
+    if (m_statisticsStale)
         RecalculateStatistics();
     return m_xyPlot;
 }
 
 const Emf::Picture* Graph::hMF()
 {
-    if (PictureStale)
+    if (m_pictureStale)
         RedrawMetafile();
     return m_metaFile->hMF();
 }
@@ -321,163 +252,22 @@ QString Graph::ExportGraph(const QString& fileName)
 
 QByteArray Graph::GraphDataBytes() const
 {
-    // Cells and labels up to the series count; a count beyond the four series stops there.
-    const auto columns = std::size_t(std::clamp(m_numberOfDataSeries, 0, SeriesCount)) + 1;
-
-    QStringList lines;
-    lines << u"[Ormsey Data File]"_s << QString();
-    lines << u"GraphTitle = "_s + OneLine(m_graphTitle);
-    lines << u"Label1 = "_s + OneLine(m_axisLabels[0]);
-    lines << u"Label2 = "_s + OneLine(m_axisLabels[1]);
-    lines << u"GraphType = "_s + Spelling(GraphTypeNames, m_graphType);
-    lines << u"BarType = "_s + Spelling(BarTypeNames, m_barType);
-    lines << u"JoinPoints = "_s + TrueFalse(JoinPoints);
-    lines << u"3D = "_s + TrueFalse(m_graph3D);
-    lines << u"AutoScale = "_s + TrueFalse(AutoScale);
-    lines << u"UseColour = "_s + TrueFalse(UseColour);
-    lines << u"DisplayLegend = "_s + TrueFalse(m_displayLegend);
-    lines << u"DisplayLineOfBestFit = "_s + TrueFalse(m_displayLineOfBestFit);
-    lines << u"DisplayCorrelation = "_s + TrueFalse(m_displayCorrelation);
-    lines << u"PieLabels = "_s + Spelling(PieLabelNames, PieLabels);
-    // No blank after "=": Str puts one before a non-negative number.
-    lines << u"PieStartingAngle ="_s + Runtime::Str(PieStartingAngle);
-    lines << u"3DPieElevation ="_s + Runtime::Str(PieElevation3D);
-    lines << u"3DPieRotation ="_s + Runtime::Str(PieRotation3D);
-    lines << u"PointType = "_s + Spelling(PointTypeNames, PointType);
-    lines << u"3DBackgroundColour = &H"_s
-            + QString::number(std::uint32_t(BackgroundColour3D), 16).toUpper();
-    lines << u"HistogramColour = &H"_s
-            + QString::number(std::uint32_t(HistogramColour), 16).toUpper();
-    lines << u"Minimum Value0 = "_s + Runtime::Str(AxisMinimum[0]);
-    lines << u"Maximum Value0 = "_s + Runtime::Str(AxisMaximum[0]);
-    lines << u"Minimum Value1 = "_s + Runtime::Str(AxisMinimum[1]);
-    lines << u"Maximum Value1 = "_s + Runtime::Str(AxisMaximum[1]);
-    lines << u"Font Name = "_s + OneLine(m_graphFont);
-    lines << u"NumberOfDataSeries = "_s + QString::number(m_numberOfDataSeries);
-    for (std::size_t k = 1; k < columns; ++k)
-        lines << u"DataSeries%1 = "_s.arg(k) + OneLine(m_seriesLabels[k - 1]);
-    for (std::size_t r = 0; r < RowCount; ++r) {
-        const auto& row = m_data[r];
-        if (std::all_of(row.begin(), row.begin() + std::ptrdiff_t(columns),
-                [](const QString& cell) { return cell.isEmpty(); }))
-            continue;
-        QStringList fields;
-        for (std::size_t c = 0; c < columns; ++c)
-            fields << u'"' + OneLine(row[c]) + u'"';
-        lines << u"Row%1 = "_s.arg(r + 1) + fields.join(u',');
-    }
-
-    QByteArray bytes;
-    for (const QString& line : std::as_const(lines))
-        bytes += line.toUtf8() + "\r\n";
-    return bytes;
+    return GraphFile::Bytes(*this);
 }
 
 QString Graph::SaveGraphData(const QString& fileName) const
 {
-    const QByteArray bytes = GraphDataBytes();
-    return Io::SafeFileWriter::writeFile(
-        fileName, [&](QIODevice& device) { return device.write(bytes) == bytes.size(); });
+    return GraphFile::Save(*this, fileName);
 }
 
 void Graph::LoadGraphData(const QString& fileName)
 {
-    QByteArray bytes;
-    QFile file(fileName);
-    if (file.open(QIODevice::ReadOnly))
-        bytes = file.readAll();
-    LoadGraphDataBytes(bytes);
+    GraphFile::Load(*this, fileName);
 }
 
 void Graph::LoadGraphDataBytes(QByteArrayView bytes)
 {
-    const Profile::ProfileFile profile = Profile::ProfileFile::fromBytes(bytes);
-    const auto read = [&](QStringView key) { return profile.value(Section, key); };
-    const auto readFlag = [&](QStringView key) { return IsWord(read(key), u"true"); };
-    const auto readNumber = [&](QStringView key) { return Runtime::Val(read(key)); };
-
-    m_graphTitle = read(u"GraphTitle");
-    m_axisLabels[0] = read(u"Label1");
-    m_axisLabels[1] = read(u"Label2");
-
-    const QString graphType = read(u"GraphType");
-    m_graphType = BarChart;
-    for (std::int32_t type = PieChart; type <= Scattergram; ++type) {
-        if (IsWord(graphType, GraphTypeNames[std::size_t(type)]))
-            m_graphType = type;
-    }
-    const QString barType = read(u"BarType");
-    m_barType = IsWord(barType, u"Bar Line") ? BarLine
-        : IsWord(barType, u"Histogram")      ? Histogram
-                                             : SolidBars;
-
-    JoinPoints = readFlag(u"JoinPoints");
-    m_graph3D = readFlag(u"3D");
-    AutoScale = readFlag(u"AutoScale");
-    UseColour = readFlag(u"UseColour");
-    m_displayLegend = readFlag(u"DisplayLegend");
-    m_displayLineOfBestFit = readFlag(u"DisplayLineOfBestFit");
-    m_displayCorrelation = readFlag(u"DisplayCorrelation");
-
-    const QString pieLabels = read(u"PieLabels");
-    PieLabels = IsWord(pieLabels, u"No Labels")        ? NoLabels
-        : IsWord(pieLabels, u"Percentages")            ? Percentages
-        : IsWord(pieLabels, u"Labels and Percentages") ? LabelsAndPercentages
-                                                       : Labels;
-
-    PieStartingAngle = std::int16_t(Runtime::CInt(readNumber(u"PieStartingAngle")));
-    PieElevation3D = std::int16_t(Runtime::CInt(readNumber(u"3DPieElevation")));
-    PieRotation3D = std::int16_t(Runtime::CInt(readNumber(u"3DPieRotation")));
-
-    const QString pointType = read(u"PointType");
-    PointType = IsWord(pointType, u"None") ? NoPoint
-        : IsWord(pointType, u"Cross")      ? Cross
-        : IsWord(pointType, u"Circle")     ? Circle
-                                           : SinglePoint;
-
-    BackgroundColour3D = ReadColour(read(u"3DBackgroundColour"));
-    HistogramColour = ReadColour(read(u"HistogramColour"));
-
-    AxisMinimum[0] = readNumber(u"Minimum Value0");
-    AxisMaximum[0] = readNumber(u"Maximum Value0");
-    AxisMinimum[1] = readNumber(u"Minimum Value1");
-    AxisMaximum[1] = readNumber(u"Maximum Value1");
-
-    m_graphFont = read(u"Font Name");
-
-    // The drawing and the writer index the four series labels with the count, so a damaged
-    // file's larger count is held to four.
-    const double series = std::clamp(readNumber(u"NumberOfDataSeries"), 1.0, double(SeriesCount));
-    NumberOfDataSeries(Runtime::CLng(series));
-
-    for (int k = 1; k <= SeriesCount; ++k) {
-        const QString label = read(u"DataSeries%1"_s.arg(k));
-        if (!label.isEmpty())
-            m_seriesLabels[std::size_t(k - 1)] = label;
-    }
-
-    for (int r = 0; r < RowCount; ++r) {
-        const QString value = read(u"Row%1"_s.arg(r + 1));
-        if (value.isEmpty()) {
-            Data(r, 0, QString());
-            Data(r, 1, QString());
-            continue;
-        }
-        QStringView rest = value;
-        int column = 0;
-        for (qsizetype separator = rest.indexOf(FieldSeparator); separator >= 0;
-             separator = rest.indexOf(FieldSeparator)) {
-            HasNonIntegerData = true;
-            Data(r, column, rest.first(separator).toString());
-            ++column;
-            rest = rest.sliced(separator + FieldSeparator.size());
-        }
-        if (!rest.isEmpty())
-            Data(r, column, rest.toString());
-    }
-
-    StatisticsStale = true;
-    PictureStale = true;
+    GraphFile::Read(*this, bytes);
 }
 
 void Graph::SortGraph(int column)
@@ -527,7 +317,7 @@ void Graph::SortGraph(int column)
             }
         }
     }
-    PictureStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::InitialiseVariables()
@@ -551,9 +341,8 @@ void Graph::InitialiseVariables()
         m_seriesLabels[std::size_t(k - 1)] = series + u' ' + QString::number(k);
     m_numberOfDataSeries = 1;
     EraseData();
-    HasNonIntegerData = false;
-    StatisticsStale = true;
-    PictureStale = true;
+    m_hasNonIntegerData = false;
+    MarkStale();
 }
 
 void Graph::EraseData()
@@ -562,7 +351,7 @@ void Graph::EraseData()
         row = {};
     for (std::size_t i = 0; i < RowCount; ++i)
         OriginalRowOrder[i] = std::int16_t(i);
-    StatisticsStale = true;
+    m_statisticsStale = true;
 }
 
 void Graph::RecalculateStatistics()
@@ -630,7 +419,7 @@ void Graph::RecalculateStatistics()
         }
     }
 
-    StatisticsStale = false;
+    m_statisticsStale = false;
     // Raised last, so that a handler reading the graph again finds the statistics complete.
     if (m_xyPlot != wasXY)
         emit PlotTypeChanged();
@@ -640,7 +429,7 @@ void Graph::RedrawMetafile()
 {
     if (!GraphHasData()) {
         // Holders draw nothing while there are no data; the old picture may stay.
-        PictureStale = false;
+        m_pictureStale = false;
         return;
     }
     std::int32_t width = StartWidth;
@@ -654,12 +443,18 @@ void Graph::RedrawMetafile()
     m_metaFile->OpenMF();
     GraphDrawing(*this, *m_metaFile).DrawGraph(1, width, height);
     m_metaFile->CloseMF();
-    PictureStale = false;
+    m_pictureStale = false;
+}
+
+void Graph::MarkStale()
+{
+    m_statisticsStale = true;
+    m_pictureStale = true;
 }
 
 void Graph::RequestRedraw()
 {
-    PictureStale = true;
+    m_pictureStale = true;
     emit RedrawGraph();
 }
 

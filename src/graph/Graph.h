@@ -104,12 +104,8 @@ public:
     std::int32_t Width() const;
     std::int32_t Height() const;
 
-    // Writes the graph file through a temporary file, so a failure keeps the previous file.
-    // Returns the empty string on success, else why the file was not saved.
+    // The graph file, as GraphFile reads and writes it (see there).
     QString SaveGraphData(const QString& fileName) const;
-    // Reads a graph file with the profile reader's rules; a missing file or one without the
-    // section loads the reading defaults. A row of more than five fields throws
-    // Runtime::Error 9, keeping the cells read so far.
     void LoadGraphData(const QString& fileName);
     // The same text without a file, for the sheet file that embeds it and for tests.
     QByteArray GraphDataBytes() const;
@@ -134,7 +130,8 @@ public:
     // Marks the picture stale and raises RedrawGraph: for the options dialogs and tools.
     void RequestRedraw();
 
-    // Options without accessors: the options dialogs set them directly.
+    // Options without accessors: whoever sets them (the options dialogs) then calls
+    // RequestRedraw, since nothing else marks the picture stale.
     bool UseColour = false;
     bool AutoScale = false;
     std::int32_t PieLabels = NoLabels;
@@ -150,10 +147,12 @@ public:
     std::array<double, 2> AxisMaximum {};
     // The row each row had before any sort.
     std::array<std::int16_t, RowCount> OriginalRowOrder {};
-    // Some value ever entered is not a whole number.
-    bool HasNonIntegerData = false;
-    bool StatisticsStale = true;
-    bool PictureStale = true;
+    // Some value ever entered is not a whole number; only new cells and loading set it.
+    bool HasNonIntegerData() const { return m_hasNonIntegerData; }
+    // The statistics or the picture must be brought up to date before they are read. Only
+    // the setters mark them, and only RecalculateStatistics and RedrawMetafile clear them.
+    bool StatisticsStale() const { return m_statisticsStale; }
+    bool PictureStale() const { return m_pictureStale; }
 
     // Statistics, valid after RecalculateStatistics. After it, entry 1 of the ranges holds the
     // range of all four series together.
@@ -173,6 +172,11 @@ signals:
     void PlotTypeChanged();
 
 private:
+    friend class GraphFile;
+
+    // After a change the statistics and the picture no longer match the fields.
+    void MarkStale();
+
     std::int32_t m_graphType = BarChart;
     std::int32_t m_barType = SolidBars;
     bool m_graph3D = false;
@@ -186,6 +190,9 @@ private:
     std::int32_t m_numberOfDataSeries = 1;
     std::array<std::array<QString, ColumnCount>, RowCount> m_data;
 
+    bool m_hasNonIntegerData = false;
+    bool m_statisticsStale = true;
+    bool m_pictureStale = true;
     std::int32_t m_items = 0;
     bool m_xyPlot = false;
 

@@ -1,7 +1,7 @@
 #include "graph/GraphCommand.h"
 
 #include "graph/Graph.h"
-#include "graph/GraphPictureFile.h"
+#include "graph/PictureExport.h"
 #include "platform/io/SafeFileWriter.h"
 #include "platform/profile/TextDecoding.h"
 #include "platform/runtime/Conversions.h"
@@ -227,7 +227,7 @@ void applyOptions(const ConvertOptions& options, Graph& graph)
         graph.GraphTitle(*options.title);
     if (options.noColour) {
         graph.UseColour = false;
-        graph.PictureStale = true;
+        graph.RequestRedraw();
     }
     if (options.legend)
         graph.DisplayLegend(true);
@@ -240,7 +240,8 @@ QString writeOutput(const ConvertOptions& options, Graph& graph)
         return graph.SaveGraphData(options.output);
     if (!graph.GraphHasData())
         return u"The graph has no data to draw."_s;
-    return WriteGraphPicture(graph, options.output, options.width);
+    // Without --width a PNG has the picture's own size.
+    return ExportPictureFile(graph, options.output, options.width, 1);
 }
 
 int convert(const QStringList& arguments, QTextStream& err)

@@ -1,11 +1,12 @@
 #include "graph/GraphDocument.h"
 
 #include "frame/DocumentHost.h"
+#include "frame/ErrorMessage.h"
 #include "frame/Helpers.h"
 #include "frame/Hourglass.h"
 #include "frame/Prompts.h"
 #include "graph/Graph.h"
-#include "graph/GraphPictureFile.h"
+#include "graph/PictureExport.h"
 #include "platform/runtime/Error.h"
 #include "resources/StringTable.h"
 
@@ -25,36 +26,17 @@ constexpr int openTitle = 551;
 constexpr int graphTitleText = 570;
 constexpr int notSavedText = 573;
 constexpr int saveQuestionText = 574;
-constexpr int emfFilterText = 581;
 constexpr int exportTitle = 582;
 constexpr int openFilter = 583;
 constexpr int saveFilter = 584;
-// The pictures a pupil's word processor or web page takes when it takes no metafile.
-constexpr int pictureFilterTexts[] = { 585, 586, 587 };
 constexpr int saveAsTitle = 1007;
-constexpr int unknownErrorText = 451;
 constexpr int fileNotFound = 53;
 constexpr int fileAccessError = 75;
-// PNG files are rendered at twice the graph's size so that they print cleanly.
-constexpr int pngScale = 2;
 
 void ReportError(const QString& text)
 {
     Frame::CurrentPrompts().message(
         text, QString(), Frame::MessageIcon::Exclamation, Frame::MessageButtons::Ok);
-}
-
-void ReportErrorNumber(int number)
-{
-    ReportError(GetResString(unknownErrorText) + QString::number(number));
-}
-
-QString ExportFilter()
-{
-    QString filter = GetResString(emfFilterText);
-    for (const int text : pictureFilterTexts)
-        filter += u'|' + GetResString(text);
-    return filter;
 }
 
 } // namespace
@@ -252,7 +234,7 @@ bool GraphDocument::Open(const QString& path)
     }
     // After the hourglass, so the message shows the normal pointer.
     if (failure != 0)
-        ReportErrorNumber(failure);
+        Frame::ShowErrorMessage(failure);
     return failure == 0;
 }
 
@@ -326,7 +308,7 @@ bool GraphDocument::Export()
         static const QStringList extensions { u".emf"_s, u".png"_s, u".svg"_s, u".pdf"_s };
         path += extensions.value(choice->filterIndex - 1, extensions[0]);
     }
-    const QString error = WriteGraphPicture(*m_graph, path, m_graph->Width() * pngScale);
+    const QString error = ExportPictureFile(*m_graph, path);
     if (!error.isEmpty()) {
         ReportError(error);
         return false;

@@ -101,9 +101,7 @@ void GraphDrawing::StartPass()
     m_surface.PenColour(Black);
     m_surface.PenStyle(SolidPen);
     m_surface.FontColour(Black);
-    // The surface refuses face names of 32 characters or more; such a graph keeps Arial.
-    const QString face = m_graph.GraphFont();
-    m_surface.FontName(face.isEmpty() || face.size() >= 32 ? u"Arial"_s : face);
+    m_surface.FontName(FaceName(m_graph));
     SetFont(TextSize);
 
     m_plotBottom = 340;
@@ -124,6 +122,13 @@ void GraphDrawing::StartPass()
             m_maximum[axis] = m_graph.AxisMaximum[index];
         }
     }
+}
+
+QString GraphDrawing::FaceName(const Graph& graph)
+{
+    constexpr qsizetype longestFace = 31;
+    const QString face = graph.GraphFont();
+    return face.isEmpty() || face.size() > longestFace ? u"Arial"_s : face;
 }
 
 void GraphDrawing::SetFont(double points, std::int32_t orientation, bool bold)
@@ -166,7 +171,7 @@ void GraphDrawing::DrawBarChart()
     m_plotRight = items * bar.pitch + m_plotLeft + 2;
     m_plotWidth = m_plotRight - m_plotLeft;
     m_valueScale = CalculateScale(
-        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotHeight);
+        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData(), m_plotHeight);
     m_zeroY = Whole(m_plotBottom
         - static_cast<double>(m_valueScale.NegativeIntervals) * m_plotHeight
             / m_valueScale.Intervals);
@@ -381,14 +386,14 @@ void GraphDrawing::DrawLineGraph()
     const bool scattergram = m_graph.GraphType() == Graph::Scattergram;
     const std::int32_t items = std::max(m_graph.NoOfItems(), 1);
     m_valueScale = CalculateScale(
-        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotHeight);
+        m_minimum[1], m_maximum[1], m_graph.AutoScale, m_graph.HasNonIntegerData(), m_plotHeight);
     m_zeroY = Whole(m_plotBottom
         - static_cast<double>(m_valueScale.NegativeIntervals) * m_plotHeight
             / m_valueScale.Intervals);
     m_xOrigin = m_plotLeft;
     if (m_xy) {
-        m_xScale = CalculateScale(
-            m_minimum[0], m_maximum[0], m_graph.AutoScale, m_graph.HasNonIntegerData, m_plotWidth);
+        m_xScale = CalculateScale(m_minimum[0], m_maximum[0], m_graph.AutoScale,
+            m_graph.HasNonIntegerData(), m_plotWidth);
         m_xOrigin = Whole(
             static_cast<double>(m_xScale.NegativeIntervals) * m_plotWidth / m_xScale.Intervals
             + m_plotLeft);
@@ -418,7 +423,8 @@ void GraphDrawing::DrawLineGraph()
                 continue;
             const double x = CellValue(name);
             const double y = CellValue(m_graph.Data(row, series));
-            if (m_xy && (x < m_minimum[0] || x > m_maximum[0]))
+            // Category names read as x = 0, so a manual x range without 0 leaves them out too.
+            if (x < m_minimum[0] || x > m_maximum[0])
                 continue;
             if (y < m_minimum[1] || y > m_maximum[1])
                 continue;
@@ -665,10 +671,13 @@ void GraphDrawing::DrawTitle()
 
 std::int32_t GraphDrawing::CategoryColour(const QString& category, int index, int cycle) const
 {
+    // Only a name equal to the category, case included: the colour table's own lookup also
+    // takes names that merely contain the text, which would paint "Light" grey.
     if (!category.isEmpty()) {
-        const std::int32_t named = Frame::ColourValueByName(category);
-        if (named >= 0)
-            return named;
+        for (const Frame::ColourEntry& entry : Frame::Settings().ColourTable) {
+            if (entry.Name == category)
+                return entry.Value;
+        }
     }
     return SeriesColour(index % cycle);
 }

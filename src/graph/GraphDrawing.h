@@ -24,6 +24,11 @@ public:
     // Mode 0 measures (it may only enlarge width and height); mode 1 draws for real.
     void DrawGraph(int mode, std::int32_t& width, std::int32_t& height);
 
+    // The face every text of the graph's pictures is drawn in: the graph font, or Arial when
+    // that is empty or longer than the 31 characters a metafile font holds (a font dialog
+    // offers such names, and the surface refuses them).
+    static QString FaceName(const Graph& graph);
+
     // Layout of the page, as the last pass left it.
     std::int32_t PlotLeft() const { return m_plotLeft; }
     std::int32_t PlotRight() const { return m_plotRight; }
@@ -75,7 +80,7 @@ private:
     void PlaceLegend();
     void DrawTitle();
 
-    // The category's own colour when the colour table names it, else the series colour
+    // The colour whose name equals the category (case included), else the series colour
     // `index` (taken modulo `cycle`).
     std::int32_t CategoryColour(const QString& category, int index, int cycle) const;
     static std::int32_t SeriesColour(int index);

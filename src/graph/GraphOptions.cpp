@@ -3,7 +3,10 @@
 #include "frame/Colours.h"
 #include "graph/Graph.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Format.h"
+
+#include <optional>
 
 namespace Ormsey {
 
@@ -12,6 +15,21 @@ namespace {
 QString GeneralForm(double value)
 {
     return Runtime::Format(Runtime::Variant(value));
+}
+
+// Val of a box, or nothing for a number too large for a double or for 32 bits.
+std::optional<double> BoxValue(const QString& text)
+{
+    try {
+        return Runtime::Val(text);
+    } catch (const Runtime::Error&) {
+        return std::nullopt;
+    }
+}
+
+void ReadAxisValue(double& value, const QString& text)
+{
+    value = BoxValue(text).value_or(value);
 }
 
 void ReadColour(std::int32_t& colour, const QString& name)
@@ -70,8 +88,8 @@ void ReadBarChartOptions(Graph& graph, const BarChartOptions& options)
 {
     graph.DisplayLegend(options.displayLegend);
     graph.AutoScale = options.autoScale;
-    graph.AxisMinimum[1] = Runtime::Val(options.minimum);
-    graph.AxisMaximum[1] = Runtime::Val(options.maximum);
+    ReadAxisValue(graph.AxisMinimum[1], options.minimum);
+    ReadAxisValue(graph.AxisMaximum[1], options.maximum);
     graph.BarChartType(options.barType);
     graph.UseColour = options.useColour;
     ReadColour(graph.BackgroundColour3D, options.backgroundColourName);
@@ -97,26 +115,30 @@ void ReadLineGraphOptions(Graph& graph, const LineGraphOptions& options)
     graph.UseColour = options.useColour;
     graph.DisplayLineOfBestFit(options.lineOfBestFit);
     graph.DisplayCorrelation(options.correlation);
-    graph.AxisMinimum[0] = Runtime::Val(options.xMinimum);
-    graph.AxisMaximum[0] = Runtime::Val(options.xMaximum);
-    graph.AxisMinimum[1] = Runtime::Val(options.yMinimum);
-    graph.AxisMaximum[1] = Runtime::Val(options.yMaximum);
+    ReadAxisValue(graph.AxisMinimum[0], options.xMinimum);
+    ReadAxisValue(graph.AxisMaximum[0], options.xMaximum);
+    ReadAxisValue(graph.AxisMinimum[1], options.yMinimum);
+    ReadAxisValue(graph.AxisMaximum[1], options.yMaximum);
     graph.PointType = options.pointType;
     graph.JoinPoints = options.joinPoints;
     graph.RequestRedraw();
 }
 
-bool CheckAxisRange(QString& minimum, QString& maximum)
+AxisRangeCheck CheckAxisRange(QString& minimum, QString& maximum)
 {
-    const double low = Runtime::Val(minimum);
-    const double high = Runtime::Val(maximum);
-    if (low == high)
-        return false;
-    if (low > high) {
-        minimum = GeneralForm(high);
-        maximum = GeneralForm(low);
+    const std::optional<double> low = BoxValue(minimum);
+    if (!low)
+        return AxisRangeCheck::MinimumTooLarge;
+    const std::optional<double> high = BoxValue(maximum);
+    if (!high)
+        return AxisRangeCheck::MaximumTooLarge;
+    if (*low == *high)
+        return AxisRangeCheck::EqualValues;
+    if (*low > *high) {
+        minimum = GeneralForm(*high);
+        maximum = GeneralForm(*low);
     }
-    return true;
+    return AxisRangeCheck::Accepted;
 }
 
 } // namespace Ormsey

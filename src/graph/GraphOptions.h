@@ -12,7 +12,10 @@ class Graph;
 // which marks the picture stale and raises RedrawGraph once. The same dialogs serve the graph
 // window and the sheet's embedded graphs.
 //
-// Minimum and maximum boxes hold text as typed; they count as numbers through Val.
+// Minimum and maximum boxes hold text as typed; they count as numbers through Val. A box
+// whose number is too large for the program ("1e999", "&H" digits beyond 32 bits) is refused
+// by the range check; handed over anyway (under auto scale, where the check is skipped), it
+// leaves the graph's value as it was.
 
 struct BarChartOptions
 {
@@ -67,9 +70,11 @@ void ReadBarChartOptions(Graph& graph, const BarChartOptions& options);
 void ReadPieChartOptions(Graph& graph, const PieChartOptions& options);
 void ReadLineGraphOptions(Graph& graph, const LineGraphOptions& options);
 
-// The check OK and Apply make on a manual range before handing it over: false when the two
-// values are equal (the dialog shows string 10020 and stays); a minimum above the maximum is
-// swapped and both boxes rewritten in the general form.
-bool CheckAxisRange(QString& minimum, QString& maximum);
+// The check OK and Apply make on a manual range before handing it over. Refused: a box too
+// large to read (the dialog shows the standard error message for an overflow and stays) and
+// two equal values (it shows string 10020 and stays). A minimum above the maximum is swapped
+// and both boxes rewritten in the general form.
+enum class AxisRangeCheck { Accepted, MinimumTooLarge, MaximumTooLarge, EqualValues };
+AxisRangeCheck CheckAxisRange(QString& minimum, QString& maximum);
 
 } // namespace Ormsey

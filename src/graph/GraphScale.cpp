@@ -1,5 +1,7 @@
 #include "graph/GraphScale.h"
 
+#include "frame/Helpers.h"
+
 #include <cmath>
 
 namespace Ormsey {
@@ -22,7 +24,10 @@ double GraphScale::BoundaryValue(int index) const
 void NormaliseValue(double& value, double& factor)
 {
     value = std::abs(value);
-    factor = std::pow(10.0, 1.0 - std::floor(std::log10(value)));
+    // The program's base-10 logarithm divides natural logarithms, which puts exact powers of
+    // ten such as 1,000, 10^6 and 10^9 a hair below their exponent: their axes get a factor
+    // ten times larger and ten intervals, where an exact log10 would give five.
+    factor = std::pow(10.0, 1.0 - std::floor(Frame::Log10Of(value)));
     const double scaled = value * factor;
     const long long rounded = RoundHalfEven(scaled - 1);
     if (scaled < 45)

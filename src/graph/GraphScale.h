@@ -19,7 +19,8 @@ struct GraphScale
 };
 
 // Makes |value| a round scaled value between 10 and 100 (15, 40, 50, 80 ...) and sets `factor`
-// to the power of ten that scales it. Zero is not allowed (its logarithm is undefined).
+// to the power of ten that scales it. Zero is refused with Runtime::Error 5, as the logarithm
+// refuses it.
 void NormaliseValue(double& value, double& factor);
 
 // How many intervals a round scaled value is split into: 10 for 20, 50 and 100; 8 for 40

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QPoint>
 #include <QRegularExpression>
+#include <array>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -395,6 +396,11 @@ INSTANTIATE_TEST_SUITE_P(GraphDrawing, BarColours,
     testing::Values(ColourRow { "categoryNamedLikeAColourTakesIt",
                         { { u"Apples"_s, u"1"_s }, { u"RED"_s, u"2"_s }, { u"Plums"_s, u"3"_s } },
                         1, Graph::SolidBars, true, { Cyan, Red, Yellow } },
+        // Only a name equal to the category counts: "red" is not "RED", and "LIGHT" is only
+        // part of three names.
+        ColourRow { "categoryOnlyLikeAColourNameKeepsItsPlaceColour",
+            { { u"red"_s, u"1"_s }, { u"LIGHT"_s, u"2"_s } }, 1, Graph::SolidBars, true,
+            { Cyan, Red } },
         ColourRow { "seventhCategoryStartsTheTableAgain",
             { { u"P1"_s, u"1"_s }, { u"P2"_s, u"1"_s }, { u"P3"_s, u"1"_s }, { u"P4"_s, u"1"_s },
                 { u"P5"_s, u"1"_s }, { u"P6"_s, u"1"_s }, { u"P7"_s, u"1"_s } },
@@ -841,20 +847,41 @@ TEST_F(GraphDrawingTest, LineGraphSpreadsCategoriesEvenly)
     EXPECT_EQ(lines[1].to, QPoint(380, 120));
 }
 
-TEST_F(GraphDrawingTest, PointOutsideAManualRangeIsLeftOut)
+struct ManualRangeRow
+{
+    const char* name;
+    std::array<double, 2> minimum; // x, then the values
+    std::array<double, 2> maximum;
+    QList<std::pair<QPoint, QPoint>> lines;
+};
+
+class PointsOutsideAManualRange : public GraphDrawingTest,
+                                  public testing::WithParamInterface<ManualRangeRow>
+{
+};
+
+TEST_P(PointsOutsideAManualRange, AreLeftOut)
 {
     Graph graph;
     Fill(graph, { { u"Mon"_s, u"10"_s }, { u"Tue"_s, u"40"_s }, { u"Wed"_s, u"30"_s } });
     graph.GraphType(Graph::LineGraph);
     graph.AutoScale = false;
-    graph.AxisMinimum = { 0, 0 };
-    graph.AxisMaximum = { 0, 30 };
-    const QList<Line> lines = LinesOfColour(Draw(graph), Red, 2);
-    // The line joins Monday to Wednesday, and Wednesday takes the second step, not the third.
-    ASSERT_EQ(lines.size(), 1);
-    EXPECT_EQ(lines[0].from, QPoint(180, 267));
-    EXPECT_EQ(lines[0].to, QPoint(280, 120));
+    graph.AxisMinimum = GetParam().minimum;
+    graph.AxisMaximum = GetParam().maximum;
+    QList<std::pair<QPoint, QPoint>> lines;
+    for (const Line& line : LinesOfColour(Draw(graph), Red, 2))
+        lines.append({ line.from, line.to });
+    EXPECT_EQ(lines, GetParam().lines);
 }
+
+INSTANTIATE_TEST_SUITE_P(GraphDrawing, PointsOutsideAManualRange,
+    testing::Values(
+        // Monday joins Wednesday, which takes the second step, not the third.
+        ManualRangeRow {
+            "valueAboveTheRange", { 0, 0 }, { 0, 30 }, { { { 180, 267 }, { 280, 120 } } } },
+        // A category name reads as x = 0, outside an x range of 1 to 10.
+        ManualRangeRow { "categoriesOutsideTheXRange", { 1, 0 }, { 10, 40 }, {} }),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(GraphDrawingTest, LineGraphWithoutColourIsBlack)
 {

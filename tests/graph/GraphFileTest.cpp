@@ -358,7 +358,7 @@ INSTANTIATE_TEST_SUITE_P(Graph, ReadingTest,
         ReadRow { "RowFieldsBeyondTheCountAreRead", "Row1 = \"a\",\"1\",\"2\",\"3\",\"4\"\r\n",
             [](Graph& g) { return g.Data(0, 4); }, u"4"_s },
         ReadRow { "SeparatorSetsNonInteger", "Row1 = \"a\",\"1\"\r\n",
-            [](Graph& g) { return Number(g.HasNonIntegerData); }, u"1"_s },
+            [](Graph& g) { return Number(g.HasNonIntegerData()); }, u"1"_s },
         ReadRow { "LinesOutsideTheSectionIgnored", "[Other]\r\nGraphTitle = Elsewhere\r\n",
             [](Graph& g) { return g.GraphTitle(); }, QString() },
         ReadRow { "Windows1252Title", "GraphTitle = Gr\xF6\xDF\x65\r\n",
@@ -384,7 +384,7 @@ TEST_F(GraphFileTest, FileWithoutTheSectionLoadsAsAnEmptyBarChart)
     EXPECT_EQ(graph.GraphType(), Graph::BarChart);
     EXPECT_FALSE(graph.GraphHasData());
     EXPECT_EQ(graph.GraphFont(), QString());
-    EXPECT_TRUE(graph.PictureStale);
+    EXPECT_TRUE(graph.PictureStale());
 }
 
 TEST_F(GraphFileTest, MissingRowEmptiesOnlyTheFirstTwoCells)

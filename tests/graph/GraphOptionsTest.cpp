@@ -23,10 +23,13 @@ struct RangeRow
     const char* name;
     QString minimum;
     QString maximum;
-    bool accepted;
+    Ormsey::AxisRangeCheck check;
     QString minimumAfter;
     QString maximumAfter;
 };
+
+constexpr auto Accepted = Ormsey::AxisRangeCheck::Accepted;
+constexpr auto Equal = Ormsey::AxisRangeCheck::EqualValues;
 
 class AxisRangeTest : public testing::TestWithParam<RangeRow>
 {
@@ -37,18 +40,22 @@ TEST_P(AxisRangeTest, RefusesEqualValuesAndSwapsAReversedRange)
     const RangeRow& row = GetParam();
     QString minimum = row.minimum;
     QString maximum = row.maximum;
-    EXPECT_EQ(Ormsey::CheckAxisRange(minimum, maximum), row.accepted);
+    EXPECT_EQ(Ormsey::CheckAxisRange(minimum, maximum), row.check);
     EXPECT_EQ(minimum, row.minimumAfter);
     EXPECT_EQ(maximum, row.maximumAfter);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, AxisRangeTest,
-    testing::Values(RangeRow { "reversedIsSwapped", u"50"_s, u"10"_s, true, u"10"_s, u"50"_s },
-        RangeRow { "inOrderIsKeptAsTyped", u" 1"_s, u"2kg"_s, true, u" 1"_s, u"2kg"_s },
+    testing::Values(RangeRow { "reversedIsSwapped", u"50"_s, u"10"_s, Accepted, u"10"_s, u"50"_s },
+        RangeRow { "inOrderIsKeptAsTyped", u" 1"_s, u"2kg"_s, Accepted, u" 1"_s, u"2kg"_s },
         RangeRow {
-            "reversedFractionsInGeneralForm", u"2.50"_s, u"-.5"_s, true, u"-0.5"_s, u"2.5"_s },
-        RangeRow { "equalIsRefused", u"5"_s, u"5"_s, false, u"5"_s, u"5"_s },
-        RangeRow { "textReadsAsZeroSoEqual", u"abc"_s, u"0"_s, false, u"abc"_s, u"0"_s }),
+            "reversedFractionsInGeneralForm", u"2.50"_s, u"-.5"_s, Accepted, u"-0.5"_s, u"2.5"_s },
+        RangeRow { "equalIsRefused", u"5"_s, u"5"_s, Equal, u"5"_s, u"5"_s },
+        RangeRow { "textReadsAsZeroSoEqual", u"abc"_s, u"0"_s, Equal, u"abc"_s, u"0"_s },
+        RangeRow { "minimumBeyondADouble", u"1e999"_s, u"5"_s,
+            Ormsey::AxisRangeCheck::MinimumTooLarge, u"1e999"_s, u"5"_s },
+        RangeRow { "maximumBeyond32Bits", u"5"_s, u"&H123456789"_s,
+            Ormsey::AxisRangeCheck::MaximumTooLarge, u"5"_s, u"&H123456789"_s }),
     [](const testing::TestParamInfo<RangeRow>& info) { return std::string(info.param.name); });
 
 TEST_F(GraphOptionsTest, BarOptionsAreTakenWithOneRedraw)
@@ -67,7 +74,7 @@ TEST_F(GraphOptionsTest, BarOptionsAreTakenWithOneRedraw)
     Ormsey::ReadBarChartOptions(graph, options);
 
     EXPECT_EQ(redraws.count(), 1);
-    EXPECT_TRUE(graph.PictureStale);
+    EXPECT_TRUE(graph.PictureStale());
     EXPECT_TRUE(graph.DisplayLegend());
     EXPECT_FALSE(graph.AutoScale);
     EXPECT_EQ(graph.AxisMinimum[1], 10.0);

@@ -37,7 +37,9 @@ INSTANTIATE_TEST_SUITE_P(GraphScale, NormaliseValueRows,
         NormaliseRow { "negativeCountsByItsSize", -20, 20, 1 },
         NormaliseRow { "hundredsScaleDown", 370, 40, 0.1 },
         NormaliseRow { "tenthsScaleUp", 0.37, 40, 100 },
-        NormaliseRow { "exactPowerOfTen", 1000, 10, 0.01 },
+        // The base-10 logarithm as the natural logarithm over that of 10 puts a thousand just
+        // below 3, so its whole part is 2.
+        NormaliseRow { "exactThousand", 1000, 100, 0.1 },
         NormaliseRow { "justUnderFortyFiveRoundsUpInFives", 44, 45, 1 },
         NormaliseRow { "fortyFiveRoundsInTens", 45, 50, 1 },
         NormaliseRow { "ninetyNineBecomesHundred", 99.5, 100, 1 }),
@@ -119,6 +121,10 @@ INSTANTIATE_TEST_SUITE_P(GraphScale, CalculateScaleRows,
         ScaleRow { "nonIntegerDataKeepsASmallTop", 0, 0.37, true, true, 8, 5, 0, 100, 550, 0, 0.4 },
         ScaleRow { "nonIntegerDataBelowTen", 0, 7, true, true, 7, 10, 0, 10, 220.0 / 7, 0, 7 },
         ScaleRow { "thousands", 0, 3700, true, false, 8, 5, 0, 0.01, 220.0 / 4000, 0, 4000 },
+        // Ticks every tenth of the way: 0, 100, ..., 1000 and the like.
+        ScaleRow { "exactlyAThousand", 0, 1e3, true, false, 10, 10, 0, 0.1, 0.22, 0, 1e3 },
+        ScaleRow { "exactlyAMillion", 0, 1e6, true, false, 10, 10, 0, 1e-4, 2.2e-4, 0, 1e6 },
+        ScaleRow { "exactlyABillion", 0, 1e9, true, false, 10, 10, 0, 1e-7, 2.2e-7, 0, 1e9 },
         ScaleRow {
             "manualRangeIsNotStretchedToTen", 2, 7, false, false, 7, 10, 0, 10, 220.0 / 7, 0, 7 },
         ScaleRow { "zeroAtBothEndsShowsZeroToOne", 0, 0, true, true, 5, 2, 0, 10, 220, 0, 1 }),

@@ -94,11 +94,10 @@ TEST_P(WriteRulesTest, SetsTheStaleFlagsItShould)
     graph.GraphTitle(u"Fruit"_s);
     graph.Data(0, 0, u"Apples"_s);
     graph.Data(0, 1, u"12"_s);
-    graph.StatisticsStale = false;
-    graph.PictureStale = false;
+    graph.hMF(); // brings the statistics and the picture up to date
     GetParam().write(graph);
-    EXPECT_EQ(graph.PictureStale, GetParam().pictureStale);
-    EXPECT_EQ(graph.StatisticsStale, GetParam().statisticsStale);
+    EXPECT_EQ(graph.PictureStale(), GetParam().pictureStale);
+    EXPECT_EQ(graph.StatisticsStale(), GetParam().statisticsStale);
 }
 
 INSTANTIATE_TEST_SUITE_P(Graph, WriteRulesTest,
@@ -147,11 +146,11 @@ TEST_F(GraphTest, NonIntegerValuesAreNoted)
     Graph graph;
     graph.Data(0, 1, u"12"_s);
     graph.Data(1, 1, u"Apples"_s);
-    EXPECT_FALSE(graph.HasNonIntegerData);
+    EXPECT_FALSE(graph.HasNonIntegerData());
     graph.Data(2, 1, u"2.5"_s);
-    EXPECT_TRUE(graph.HasNonIntegerData);
+    EXPECT_TRUE(graph.HasNonIntegerData());
     graph.Data(2, 1, QString());
-    EXPECT_TRUE(graph.HasNonIntegerData) << "once noted, it stays";
+    EXPECT_TRUE(graph.HasNonIntegerData()) << "once noted, it stays";
 }
 
 struct IndexRow
@@ -167,16 +166,15 @@ class IndexTest : public GraphTest, public testing::WithParamInterface<IndexRow>
 TEST_P(IndexTest, IsRefusedWithError9AndChangesNothing)
 {
     Graph graph;
-    graph.PictureStale = false;
-    graph.StatisticsStale = false;
+    graph.hMF(); // brings the statistics and the picture up to date
     try {
         GetParam().access(graph);
         FAIL() << "no error";
     } catch (const Runtime::Error& error) {
         EXPECT_EQ(error.number(), 9);
     }
-    EXPECT_FALSE(graph.PictureStale);
-    EXPECT_FALSE(graph.StatisticsStale);
+    EXPECT_FALSE(graph.PictureStale());
+    EXPECT_FALSE(graph.StatisticsStale());
 }
 
 INSTANTIATE_TEST_SUITE_P(Graph, IndexTest,
@@ -197,7 +195,7 @@ TEST_F(GraphTest, ItemsCountRowsWithAnyCellAndSkipGaps)
     graph.Data(255, 4, u"1"_s);
     EXPECT_EQ(graph.NoOfItems(), 3);
     EXPECT_TRUE(graph.GraphHasData());
-    EXPECT_FALSE(graph.StatisticsStale);
+    EXPECT_FALSE(graph.StatisticsStale());
 }
 
 TEST_F(GraphTest, RangesIncludeZeroUnlessEveryRowIsFilled)
@@ -348,9 +346,9 @@ TEST_F(GraphTest, RequestRedrawRaisesRedrawGraph)
     Graph graph;
     int events = 0;
     QObject::connect(&graph, &Graph::RedrawGraph, [&] { ++events; });
-    graph.PictureStale = false;
+    graph.hMF();
     graph.RequestRedraw();
-    EXPECT_TRUE(graph.PictureStale);
+    EXPECT_TRUE(graph.PictureStale());
     EXPECT_EQ(events, 1);
 }
 
@@ -358,7 +356,7 @@ TEST_F(GraphTest, PictureWithoutDataIsKeptAndNotRedrawn)
 {
     Graph graph;
     const Emf::Picture* before = graph.hMF();
-    EXPECT_FALSE(graph.PictureStale);
+    EXPECT_FALSE(graph.PictureStale());
     EXPECT_EQ(graph.hMF(), before);
 }
 
@@ -370,7 +368,7 @@ TEST_F(GraphTest, PictureIsRedrawnAfterAChange)
     const Emf::Picture* picture = graph.hMF();
     ASSERT_NE(picture, nullptr);
     EXPECT_TRUE(picture->isValid());
-    EXPECT_FALSE(graph.PictureStale);
+    EXPECT_FALSE(graph.PictureStale());
     EXPECT_GE(graph.Width(), 400);
     EXPECT_GE(graph.Height(), 420);
 }

@@ -1,8 +1,7 @@
 #include "frame/ui/GuardedApplication.h"
 
-#include "frame/Prompts.h"
+#include "frame/ErrorMessage.h"
 #include "platform/runtime/Error.h"
-#include "resources/StringTable.h"
 
 #include <new>
 
@@ -10,7 +9,6 @@ namespace Frame {
 
 namespace {
 
-constexpr int unknownErrorText = 451;
 constexpr int outOfMemory = 7;
 constexpr int internalError = 51;
 
@@ -20,14 +18,13 @@ GuardedApplication::GuardedApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 { }
 
-QString EscapedErrorText(const std::exception& error)
+int EscapedErrorNumber(const std::exception& error)
 {
-    int number = internalError;
     if (const auto* runtimeError = dynamic_cast<const Runtime::Error*>(&error))
-        number = runtimeError->number();
-    else if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
-        number = outOfMemory;
-    return GetResString(unknownErrorText) + QString::number(number);
+        return runtimeError->number();
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return outOfMemory;
+    return internalError;
 }
 
 bool GuardedApplication::notify(QObject* receiver, QEvent* event)
@@ -35,8 +32,7 @@ bool GuardedApplication::notify(QObject* receiver, QEvent* event)
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& error) {
-        CurrentPrompts().message(
-            EscapedErrorText(error), QString(), MessageIcon::Exclamation, MessageButtons::Ok);
+        ShowErrorMessage(EscapedErrorNumber(error));
     }
     // The event counts as handled: whatever raised the error has stopped where it was.
     return true;

@@ -18,8 +18,8 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
 };
 
-// The message for an error that reached the guard: "An unknown error occured: " and the
-// runtime's error number (7 for memory that ran out, 51 for an error with no number).
-QString EscapedErrorText(const std::exception& error);
+// The number shown for an error that reached the guard: the runtime's own, 7 for memory that
+// ran out, 51 for an error with no number.
+int EscapedErrorNumber(const std::exception& error);
 
 } // namespace Frame

@@ -1,5 +1,6 @@
 #include "frame/ui/PrintJob.h"
 
+#include "frame/ErrorMessage.h"
 #include "frame/FrameSettings.h"
 #include "frame/Prompts.h"
 #include "frame/ui/PrinterList.h"
@@ -15,7 +16,6 @@ namespace Frame {
 
 namespace {
 
-constexpr int unknownErrorText = 451;
 constexpr int printerError = 482;
 constexpr int pdfTitle = 442;
 constexpr int pdfFilter = 587;
@@ -64,7 +64,7 @@ bool PrintJob::begin()
             m_printer.setPrinterName(printerName);
     }
     if (!m_painter.begin(&m_printer)) {
-        Report(GetResString(unknownErrorText) + QString::number(printerError));
+        ShowErrorMessage(printerError);
         return false;
     }
     return true;

@@ -1,9 +1,11 @@
 #include "graph/ui/OptionsDialog.h"
 
+#include "frame/ErrorMessage.h"
 #include "frame/FrameSettings.h"
 #include "frame/Prompts.h"
 #include "frame/ui/WidgetHelpers.h"
 #include "graph/GraphOptions.h"
+#include "platform/runtime/Error.h"
 #include "resources/StringTable.h"
 
 #include <QCheckBox>
@@ -72,15 +74,25 @@ bool OptionsDialog::CheckRangeBoxes(QLineEdit* minimum, QLineEdit* maximum)
 {
     QString low = minimum->text();
     QString high = maximum->text();
-    if (!CheckAxisRange(low, high)) {
-        Frame::CurrentPrompts().message(GetResString(10020), QString(),
-            Frame::MessageIcon::Exclamation, Frame::MessageButtons::Ok);
-        minimum->setFocus();
+    const AxisRangeCheck check = CheckAxisRange(low, high);
+    switch (check) {
+    case AxisRangeCheck::Accepted:
+        minimum->setText(low);
+        maximum->setText(high);
+        return true;
+    case AxisRangeCheck::MinimumTooLarge:
+    case AxisRangeCheck::MaximumTooLarge:
+        // The dialog has no words of its own for a number beyond the program's reach.
+        Frame::ShowErrorMessage(Runtime::Error::Overflow);
+        (check == AxisRangeCheck::MinimumTooLarge ? minimum : maximum)->setFocus();
         return false;
+    case AxisRangeCheck::EqualValues:
+        break;
     }
-    minimum->setText(low);
-    maximum->setText(high);
-    return true;
+    Frame::CurrentPrompts().message(
+        GetResString(10020), QString(), Frame::MessageIcon::Exclamation, Frame::MessageButtons::Ok);
+    minimum->setFocus();
+    return false;
 }
 
 void OptionsDialog::FillColourList(QComboBox* list)

@@ -43,8 +43,9 @@ protected:
         QCheckBox* autoScale, const QList<QWidget*>& rangeControls, QLineEdit* firstBox);
     // The same enabling without the focus, after the dialog has been filled.
     static void EnableRange(QCheckBox* autoScale, const QList<QWidget*>& rangeControls);
-    // The range check of OK and Apply on a pair of boxes: equal values are refused with
-    // string 10020, a minimum above the maximum is swapped in the boxes.
+    // The range check of OK and Apply on a pair of boxes: a number too large to read is
+    // refused with the standard error message, equal values with string 10020; a minimum
+    // above the maximum is swapped in the boxes.
     static bool CheckRangeBoxes(QLineEdit* minimum, QLineEdit* maximum);
     // The colour table's names, in its order.
     static void FillColourList(QComboBox* list);

@@ -2,6 +2,7 @@
 
 #include "frame/FrameSettings.h"
 #include "graph/Graph.h"
+#include "platform/emf/FitPicture.h"
 #include "platform/emf/Player.h"
 
 #include <QApplication>
@@ -48,10 +49,8 @@ void PictureBox::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    const QRectF box = QRectF(rect()).adjusted(4, 4, -4, -4);
-    const double scale = std::min(box.width() / m_graph.Width(), box.height() / m_graph.Height());
-    QRectF target(0, 0, m_graph.Width() * scale, m_graph.Height() * scale);
-    target.moveCenter(box.center());
+    const QRectF target = Emf::FitPicture(
+        QSizeF(m_graph.Width(), m_graph.Height()), QRectF(rect()).adjusted(4, 4, -4, -4));
     Emf::PlayPicture(*picture, painter, target, Emf::Scaling::Stretch);
 }
 

@@ -2,7 +2,8 @@
 
 #include "frame/ui/PrintJob.h"
 #include "graph/Graph.h"
-#include "graph/ui/PrintPicture.h"
+#include "graph/PrintPicture.h"
+#include "platform/emf/FitPicture.h"
 #include "platform/emf/Player.h"
 #include "resources/StringTable.h"
 
@@ -39,7 +40,9 @@ void PrintGraphPage(Graph& graph, const GraphPrintChoices& choices, const QStrin
     Frame::PrintJob job(documentName, choices.Landscape);
     if (!job.begin())
         return;
-    const QRectF target = FitFromTopLeft(QSizeF(page.Width, page.Height), job.pageArea().size());
+    // From the paper's top left corner, as large as the page allows.
+    const QRectF target = Emf::FitPicture(
+        QSizeF(page.Width, page.Height), job.pageArea(), Qt::AlignTop | Qt::AlignLeft);
     Emf::PlayPicture(*page.Picture, job.painter(), target);
     job.finish();
 }

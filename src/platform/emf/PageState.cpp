@@ -1,5 +1,6 @@
 #include "platform/emf/PageState.h"
 
+#include "platform/emf/FitPicture.h"
 #include "platform/emf/RecordReader.h"
 #include "platform/emf/RecordType.h"
 
@@ -208,13 +209,7 @@ QRectF PlacedRectangle(const PictureHeader& header, const QRectF& target, bool k
 {
     if (!keepProportions)
         return target;
-    const QRectF source = SourceRectangle(header);
-    const double scale
-        = std::min(target.width() / source.width(), target.height() / source.height());
-    const QSizeF size(source.width() * scale, source.height() * scale);
-    return QRectF(
-        QPointF(target.center().x() - size.width() / 2, target.center().y() - size.height() / 2),
-        size);
+    return FitPicture(SourceRectangle(header).size(), target);
 }
 
 QTransform PlacementTransform(const PictureHeader& header, const QRectF& placed)

@@ -1,7 +1,9 @@
-#include "graph/ui/PrintPicture.h"
+#include "graph/PrintPicture.h"
 
 #include "graph/Graph.h"
+#include "graph/GraphDrawing.h"
 #include "graph/MetaFile.h"
+#include "platform/emf/FitPicture.h"
 #include "platform/emf/Player.h"
 
 #include <algorithm>
@@ -74,7 +76,7 @@ PrintPicture BuildPrintPicture(
             Emf::PlayPicture(*graphPicture, *surface.hDC(), { 0, 0, graphWidth, graphHeight });
         if (!printData)
             break;
-        surface.FontName(graph.GraphFont());
+        surface.FontName(GraphDrawing::FaceName(graph));
         surface.FontSize(fontSize);
         if (pass == 0) {
             columnWidths.fill(0, table.Headings.size());
@@ -126,14 +128,6 @@ PrintPicture BuildPrintPicture(
     }
     surface.CloseMF();
     return { surface.ReleaseMetaFile(), width, height };
-}
-
-QRectF FitFromTopLeft(const QSizeF& picture, const QSizeF& page)
-{
-    if (picture.isEmpty() || page.isEmpty())
-        return {};
-    const double scale = std::min(page.width() / picture.width(), page.height() / picture.height());
-    return { 0, 0, picture.width() * scale, picture.height() * scale };
 }
 
 } // namespace Ormsey

@@ -1,8 +1,9 @@
-#include "graph/GraphPictureFile.h"
+#include "graph/PictureExport.h"
 
 #include "graph/Graph.h"
 #include "platform/emf/Player.h"
 #include "platform/io/SafeFileWriter.h"
+#include "resources/StringTable.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -19,6 +20,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace Ormsey {
 
 namespace {
+
+constexpr int emfFilterText = 581;
+// The further pictures a pupil's word processor or web page takes when it takes no metafile.
+constexpr int pictureFilterTexts[] = { 585, 586, 587 };
 
 QString WriteBytes(const QString& path, const QByteArray& bytes)
 {
@@ -73,7 +78,15 @@ QByteArray PdfBytes(const Emf::Picture& picture, QSize size)
 
 } // namespace
 
-QString WriteGraphPicture(Graph& graph, const QString& path, int pngWidth)
+QString ExportFilter()
+{
+    QString filter = GetResString(emfFilterText);
+    for (const int text : pictureFilterTexts)
+        filter += u'|' + GetResString(text);
+    return filter;
+}
+
+QString ExportPictureFile(Graph& graph, const QString& path, int pngWidth, int pngScale)
 {
     const QString kind = QFileInfo(path).suffix().toLower();
     if (kind != u"png"_s && kind != u"svg"_s && kind != u"pdf"_s)
@@ -83,10 +96,9 @@ QString WriteGraphPicture(Graph& graph, const QString& path, int pngWidth)
         return u"The graph could not be drawn."_s;
     QSize size(std::max(graph.Width(), 1), std::max(graph.Height(), 1));
     if (kind == u"png"_s) {
-        if (pngWidth > 0) {
-            const double scale = double(pngWidth) / size.width();
-            size = QSize(pngWidth, std::max(1, int(std::lround(size.height() * scale))));
-        }
+        const int width = pngWidth > 0 ? pngWidth : std::max(pngScale, 1) * size.width();
+        const double scale = double(width) / size.width();
+        size = QSize(width, std::max(1, int(std::lround(size.height() * scale))));
         return WriteBytes(path, PngBytes(*picture, size));
     }
     if (kind == u"svg"_s)

@@ -35,14 +35,11 @@ struct PrintPicture
 // The page as it is printed: the graph's picture at its own size in the top left corner and,
 // with `printData`, the table below it (portrait: the height doubled, the table from the
 // graph's height + 20) or to its right (landscape: the width doubled). The table is drawn in
-// the graph font at the smaller of 24 points and the graph's height per item, headings bold,
-// with ruling lines between the columns and under the headings. When the table is longer
-// than its half of the page, the page grows so that every item is listed.
+// the face of the graph's picture (GraphDrawing::FaceName) at the smaller of 24 points and
+// the graph's height per item, headings bold, with ruling lines between the columns and
+// under the headings. When the table is longer than its half of the page, the page grows so
+// that every item is listed.
 PrintPicture BuildPrintPicture(
     Graph& graph, const PrintTable& table, bool printData, bool landscape);
-
-// The largest rectangle from the page's top left corner that keeps the picture's
-// proportions; empty when either size is empty.
-QRectF FitFromTopLeft(const QSizeF& picture, const QSizeF& page);
 
 } // namespace Ormsey
