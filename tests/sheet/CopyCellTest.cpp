@@ -44,22 +44,6 @@ TEST_F(Copying, CopiedFormulaIsLinked)
     EXPECT_EQ(value("B2"), 42);
 }
 
-TEST_F(Copying, FixedReferencesStay)
-{
-    enter("A1", u"3"_s);
-    enter("B1", u"=$A$1*2"_s);
-    copy("B1", "C1", "E1");
-    EXPECT_EQ(record("E1").Formula, u"=$A$1*2"_s);
-    EXPECT_EQ(value("E1"), 6);
-}
-
-TEST_F(Copying, MixedFixesShiftOnlyTheFreePart)
-{
-    enter("C1", u"=A$1+$A1"_s);
-    copy("C1", "C2", "C2");
-    EXPECT_EQ(record("C2").Formula, u"=A$1+$A2"_s);
-}
-
 TEST_F(Copying, AcrossARowShiftsColumns)
 {
     enter("A2", u"=sum(A1:A1)+A1"_s);
@@ -115,19 +99,6 @@ TEST_F(Copying, TargetsRecalculateTheirDependents)
     enter("B1", u"=A1*2"_s);
     copy("B1", "B2", "B2");
     EXPECT_EQ(value("C2"), 11);
-}
-
-TEST_F(Copying, OutOfRangeRaisesItsMessage)
-{
-    enter("B2", u"=A1"_s);
-    try {
-        copy("B2", "B1", "B1");
-        ADD_FAILURE() << "no error";
-    } catch (const SheetError& error) {
-        EXPECT_EQ(error.offset(), SheetError::CopyOutOfRange);
-        EXPECT_EQ(
-            error.description(), u"Unable to copy cells as cell references go out of range"_s);
-    }
 }
 
 TEST_F(Copying, OutOfRangeKeepsDoneTargetsAndLeavesTheCurrentOneCleared)
