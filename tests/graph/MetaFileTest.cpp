@@ -19,7 +19,6 @@ using Ormsey::MetaFile;
 
 namespace {
 
-constexpr std::int32_t White = 16777215;
 
 const QStringList openingRecords { u"SETMITERLIMIT 2"_s, u"SAVEDC"_s, u"SELECTOBJECT WHITE_BRUSH"_s,
     u"SELECTOBJECT NULL_PEN"_s, u"SELECTOBJECT SYSTEM_FONT"_s };

@@ -2,7 +2,6 @@
 #include "platform/dao/Database.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
 using Dao::DataType;
@@ -57,24 +56,6 @@ void MakeCardTables(Dao::Database& database)
     database.TableDefs().Append(keywords);
 
     database.Properties().Append(database.CreateProperty(u"QBVersion"_s, DataType::Integer, 350));
-}
-
-// The table definition as another SQLite program (the sqlite3 shell) reads it.
-QString TableSql(const QString& path, const QString& table)
-{
-    sqlite3* handle = nullptr;
-    sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(
-        handle, "SELECT sql FROM sqlite_master WHERE name = ?1", -1, &statement, nullptr);
-    const QByteArray name = table.toUtf8();
-    sqlite3_bind_text(statement, 1, name.constData(), -1, SQLITE_TRANSIENT);
-    QString sql;
-    if (sqlite3_step(statement) == SQLITE_ROW)
-        sql = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-    sqlite3_finalize(statement);
-    sqlite3_close(handle);
-    return sql;
 }
 
 class SchemaTest : public DaoTest::DaoTestBase
