@@ -95,22 +95,6 @@ TEST_F(CardDatabaseTest, ExistingFileIsNeverOverwritten)
         Dao::DaoError::DatabaseExists);
 }
 
-TEST_F(CardDatabaseTest, CardSetSqlJoinsAppliedQueriesAndSorts)
-{
-    CardDatabase cards(m_engine);
-    cards.OpenCardDatabase(m_path);
-    EXPECT_EQ(cards.MainRecordSetSql(), u"SELECT * FROM Quorbin_Card ORDER BY [CardName]"_s);
-    cards.Queries().push_back({ u"Field1 LIKE '*cat*'"_s, u"Cats"_s, true, 4 });
-    cards.Queries().push_back({ u"Field2 = 'x'"_s, u"Off"_s, false, 4 });
-    cards.Queries().push_back({ u"Field3 < 'M'"_s, u"Early"_s, true, 4 });
-    EXPECT_EQ(cards.MainRecordSetSql(),
-        u"SELECT * FROM Quorbin_Card WHERE (Field1 LIKE '*cat*') AND (Field3 < 'M') ORDER BY "
-        u"[CardName]"_s);
-    cards.SetSortField(u"Field2"_s);
-    cards.SetSortOrder(CardDatabase::SortDescending);
-    EXPECT_TRUE(cards.MainRecordSetSql().endsWith(u" ORDER BY [Field2] DESC"_s));
-}
-
 TEST_F(CardDatabaseTest, CardSetFollowsQueriesAndSort)
 {
     CardDatabase cards(m_engine);
@@ -188,20 +172,6 @@ TEST_F(CardDatabaseTest, FileHeldExclusivelyElsewhereIsNotOpened)
     CardDatabase cards(m_engine);
     EXPECT_EQ(ErrorNumber([&] { cards.OpenCardDatabase(m_path); }), Dao::DaoError::FileInUse);
     EXPECT_FALSE(cards.DataBase());
-}
-
-TEST_F(CardDatabaseTest, EachWindowHasItsOwnWorkspaceForItsLifetime)
-{
-    auto first = std::make_unique<CardDatabase>(m_engine);
-    {
-        CardDatabase second(m_engine);
-        ASSERT_EQ(m_engine.Workspaces().Count(), 2);
-        EXPECT_EQ(m_engine.Workspaces()(1)->Name(), u"Quorbin"_s);
-        EXPECT_EQ(m_engine.Workspaces()(1)->UserName(), u"Admin"_s);
-    }
-    EXPECT_EQ(m_engine.Workspaces().Count(), 1);
-    first.reset();
-    EXPECT_EQ(m_engine.Workspaces().Count(), 0);
 }
 
 TEST_F(CardDatabaseTest, NewerVersionOpensUnchanged)

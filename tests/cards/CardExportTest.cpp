@@ -77,20 +77,6 @@ TEST_F(CardExportTest, CurrentCardIsCurrentAgain)
     EXPECT_EQ(set->Fields(u"CardName"_s)->Value(), Variant(u"Rex"_s));
 }
 
-TEST_F(CardExportTest, ListHoldsTheViewsItems)
-{
-    QStringList texts;
-    for (const Bramlet::ExportItem& item : Bramlet::ExportItems(*m_cards, 4))
-        texts << item.Text;
-    EXPECT_EQ(texts,
-        (QStringList { u"Kind"_s, u"Field Label"_s, u"Field Label"_s, u"Field Label"_s,
-            u"Field Label"_s, u"Field Label"_s, u"Born"_s }));
-    const auto keywords = Bramlet::ExportItems(*m_cards, 3);
-    ASSERT_EQ(keywords.size(), 1u);
-    EXPECT_EQ(keywords[0].Text, u"Keywords"_s);
-    EXPECT_FALSE(keywords[0].Field);
-}
-
 TEST_F(CardExportTest, EveryItemDeselectedWritesTheNamesOnly)
 {
     EXPECT_EQ(Bramlet::ExportCards(*m_cards, std::vector<Bramlet::ExportItem> {}),

@@ -130,8 +130,6 @@ const Variant None;
 
 INSTANTIATE_TEST_SUITE_P(Columns, UpgradedColumnTest,
     testing::Values(UpgradedRow { "cardName", u"CardName"_s, 0, None, None, None },
-        UpgradedRow { "freeText", u"FreeText"_s, 1, None, None, None },
-        UpgradedRow { "picture", u"Picture"_s, 2, None, None, None },
         UpgradedRow { "keyword", u"Keyword4"_s, 14, None, None, None },
         UpgradedRow { "text", u"Field1"_s, 3, u"Name of pet"_s, qint64(2880), qint64(3720) },
         UpgradedRow { "long", u"Field2"_s, 4, u"Age"_s, qint64(2880), qint64(4200) },

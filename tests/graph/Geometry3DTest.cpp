@@ -79,13 +79,6 @@ TEST(Geometry3DTest, ObliqueProjectionMovesDepthByScaleAlongTheAngle)
     EXPECT_EQ(Ormsey::ProjectPoint({ 10, 10, 0 }, down), QPoint(10, 10));
 }
 
-TEST(Geometry3DTest, ProjectionsAreMadeOnceAndShared)
-{
-    EXPECT_EQ(&Ormsey::ObliqueProjection(), &Ormsey::Projection(true));
-    EXPECT_EQ(&Ormsey::FlatProjection(), &Ormsey::Projection(false));
-    EXPECT_EQ(Ormsey::FlatProjection(), Ormsey::Identity());
-}
-
 TEST(Geometry3DTest, ProjectedCoordinatesRoundHalvesToEven)
 {
     EXPECT_EQ(Ormsey::ProjectPoint({ 2.5f, 3.5f, 0 }, Ormsey::Identity()), QPoint(2, 4));

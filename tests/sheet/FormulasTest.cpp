@@ -31,102 +31,80 @@ protected:
     }
 };
 
-TEST_F(Formulas, SumAddsTextAndEmptyCellsAsZero)
-{
-    enter("A1", u"1"_s);
-    enter("A2", u"apples"_s);
-    enter("A3", u"3"_s);
-    EXPECT_EQ(evaluate(u"=sum(A1:A3)"_s), 4);
-    EXPECT_EQ(evaluate(u"=sum(A1:A9)"_s), 4);
-}
-
-TEST_F(Formulas, MeanCountsOnlyNumbersAndFormulas)
-{
-    enter("A1", u"1"_s);
-    enter("A2", u"apples"_s);
-    enter("A3", u"3"_s);
-    enter("A4", u"=A3*2"_s);
-    EXPECT_EQ(evaluate(u"=mean(A1:A3)"_s), 2);
-    // The mean goes into the formula's text with 15 significant digits.
-    EXPECT_NEAR(evaluate(u"=average(A1:A4)"_s), (1 + 3 + 6) / 3.0, 1e-13);
-}
-
-TEST_F(Formulas, MeanOfEmptyCellsIsZero)
-{
-    EXPECT_EQ(evaluate(u"=mean(A5:A7)"_s), 0);
-}
-
-TEST_F(Formulas, RangeGivenBackwardsHoldsNoCells)
-{
-    enter("A1", u"5"_s);
-    enter("A2", u"6"_s);
-    EXPECT_EQ(evaluate(u"=sum(A2:A1)"_s), 0);
-    EXPECT_EQ(evaluate(u"=sum(B1:A2)"_s), 0);
-}
-
-TEST_F(Formulas, RangeRunsRowByRowOverARectangle)
-{
-    enter("A1", u"1"_s);
-    enter("B1", u"2"_s);
-    enter("A2", u"3"_s);
-    enter("B2", u"4"_s);
-    enter("C3", u"100"_s);
-    EXPECT_EQ(evaluate(u"=SUM(a1:b2)*2"_s), 20);
-}
-
 TEST_F(Formulas, BothSumsOfAFormulaAreReplaced)
 {
     enter("A1", u"1"_s);
     enter("A2", u"2"_s);
     enter("B1", u"10"_s);
     enter("B2", u"20"_s);
-    EXPECT_EQ(evaluate(u"=2*sum(A1:A2)+sum(B1:B2)"_s), 36);
-    // The first sum found comes first in the links.
+    enter("C3", u"100"_s);
+    EXPECT_EQ(evaluate(u"=2*sum(A1:A2)+SUM(b1:b2)"_s), 36);
+    // The first sum found comes first in the links; a range runs row by row.
     const QList<CellRef> expected { { 2, 1, 1 }, { 2, 2, 1 }, { 2, 1, 2 }, { 2, 2, 2 } };
     EXPECT_EQ(record("J10").Precedents, expected);
+    EXPECT_EQ(evaluate(u"=sum(A1:B2)"_s), 33);
 }
 
-struct StatisticRow
+struct ValueRow
 {
     const char* name;
-    QStringList cells; // entered into A1, A2, ...
+    QList<std::pair<const char*, QString>> cells; // entered first
     QString formula;
     double expected;
 };
 
-void PrintTo(const StatisticRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
-class RangeStatistics : public Formulas, public testing::WithParamInterface<StatisticRow>
+class FormulaValues : public Formulas, public testing::WithParamInterface<ValueRow>
 {
 };
 
-TEST_P(RangeStatistics, FollowTheChosenRules)
+TEST_P(FormulaValues, FollowTheChosenRules)
 {
-    for (int i = 0; i < GetParam().cells.size(); ++i)
-        EnterCell(sheet, i + 1, 1, GetParam().cells[i]);
+    for (const auto& [cell, text] : GetParam().cells)
+        enter(cell, text);
     EXPECT_DOUBLE_EQ(evaluate(GetParam().formula), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, RangeStatistics,
-    testing::Values(
-        StatisticRow { "medianOfOddCount", { u"5"_s, u"1"_s, u"3"_s }, u"=median(A1:A3)"_s, 3 },
-        StatisticRow { "medianOfEvenCountIsMeanOfMiddleTwo", { u"4"_s, u"1"_s, u"3"_s, u"10"_s },
+const QList<std::pair<const char*, QString>> oneTextThree { { "A1", u"1"_s }, { "A2", u"apples"_s },
+    { "A3", u"3"_s } };
+
+INSTANTIATE_TEST_SUITE_P(Rows, FormulaValues,
+    testing::Values(ValueRow { "sumAddsTextAsZero", oneTextThree, u"=sum(A1:A3)"_s, 4 },
+        ValueRow { "sumPastTheEntries", oneTextThree, u"=sum(A1:A9)"_s, 4 },
+        ValueRow { "meanCountsOnlyNumbers", oneTextThree, u"=mean(A1:A3)"_s, 2 },
+        // The mean goes into the formula's text with 15 significant digits.
+        ValueRow { "averageCountsFormulas",
+            { { "A1", u"1"_s }, { "A2", u"3"_s }, { "A3", u"=A2*2"_s } }, u"=average(A1:A3)"_s,
+            3.33333333333333 },
+        ValueRow { "meanOfEmptyCellsIsZero", {}, u"=mean(A5:A7)"_s, 0 },
+        ValueRow { "backwardsRangeHoldsNoCells", oneTextThree, u"=sum(A3:A1)+sum(B1:A2)"_s, 0 },
+        ValueRow { "medianOfOddCount", { { "A1", u"5"_s }, { "A2", u"1"_s }, { "A3", u"3"_s } },
+            u"=median(A1:A3)"_s, 3 },
+        ValueRow { "medianOfEvenCountIsMeanOfMiddleTwo",
+            { { "A1", u"4"_s }, { "A2", u"1"_s }, { "A3", u"3"_s }, { "A4", u"10"_s } },
             u"=median(A1:A4)"_s, 3.5 },
-        StatisticRow {
-            "medianIgnoresText", { u"4"_s, u"x"_s, u"8"_s, u"6"_s }, u"=median(A1:A4)"_s, 6 },
-        StatisticRow { "medianOfNothingIsZero", { u"x"_s }, u"=median(A1:A3)"_s, 0 },
-        StatisticRow {
-            "modeMostFrequent", { u"2"_s, u"7"_s, u"7"_s, u"2"_s, u"7"_s }, u"=mode(A1:A5)"_s, 7 },
-        StatisticRow {
-            "modeTieGoesToSmallest", { u"9"_s, u"9"_s, u"4"_s, u"4"_s }, u"=mode(A1:A4)"_s, 4 },
-        StatisticRow {
-            "modeOfAllDifferentIsSmallest", { u"9"_s, u"3"_s, u"5"_s }, u"=mode(A1:A3)"_s, 3 },
-        StatisticRow { "modeIgnoresTextAndEmpty", { u"x"_s, u""_s, u"6"_s }, u"=mode(A1:A3)"_s, 6 },
-        StatisticRow { "modeOfNothingIsZero", {}, u"=mode(A1:A3)"_s, 0 }),
-    [](const testing::TestParamInfo<StatisticRow>& info) { return info.param.name; });
+        ValueRow { "medianIgnoresText", { { "A1", u"4"_s }, { "A2", u"x"_s }, { "A3", u"8"_s } },
+            u"=median(A1:A3)"_s, 6 },
+        ValueRow { "medianOfNothingIsZero", { { "A1", u"x"_s } }, u"=median(A1:A3)"_s, 0 },
+        ValueRow { "modeMostFrequent",
+            { { "A1", u"2"_s }, { "A2", u"7"_s }, { "A3", u"7"_s }, { "A4", u"2"_s },
+                { "A5", u"7"_s } },
+            u"=mode(A1:A5)"_s, 7 },
+        ValueRow { "modeTieGoesToSmallest",
+            { { "A1", u"9"_s }, { "A2", u"9"_s }, { "A3", u"4"_s }, { "A4", u"4"_s } },
+            u"=mode(A1:A4)"_s, 4 },
+        ValueRow { "modeOfAllDifferentIsSmallest",
+            { { "A1", u"9"_s }, { "A2", u"3"_s }, { "A3", u"5"_s } }, u"=mode(A1:A3)"_s, 3 },
+        ValueRow { "modeOfNothingIsZero", { { "A2", u"x"_s } }, u"=mode(A1:A3)"_s, 0 },
+        // A value is inserted into the text in its general form, so "2" then ".5" is 2.5.
+        ValueRow { "fractionInsertedFromItsPoint", { { "A1", u"0.5"_s } }, u"=2A1"_s, 2.5 },
+        ValueRow { "exponentLetterIsACell", { { "E5", u"7"_s } }, u"=1e5"_s, 17 },
+        ValueRow { "fixedMarksChangeNothing", { { "B2", u"21"_s } }, u"=$B$2+B$2+$B2+b2"_s, 84 },
+        ValueRow { "negativeInsertedWithItsSign", { { "A1", u"-3"_s } }, u"=2-A1+2^A1"_s, 5.125 },
+        ValueRow { "largeInsertedInExponentForm", { { "A1", u"1e20"_s } }, u"=A1*2"_s, 2e20 },
+        ValueRow {
+            "insertedWithFifteenDigits", { { "A1", u"=1/3"_s } }, u"=A1*3"_s, 0.999999999999999 },
+        ValueRow { "onlyEqualsIsZero", {}, u"="_s, 0 }),
+    [](const testing::TestParamInfo<ValueRow>& info) { return info.param.name; });
 
 struct FailureRow
 {
@@ -174,52 +152,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, FormulaErrors,
         FailureRow { "halfTypedDivision", u"=5/"_s, -1, u"Division by zero"_s },
         FailureRow { "overflow", u"=10^200*10^200"_s, -1, u"Overflow"_s }),
     [](const testing::TestParamInfo<FailureRow>& info) { return info.param.name; });
-
-TEST_F(Formulas, FractionIsInsertedFromItsPoint)
-{
-    enter("A1", u"0.5"_s);
-    // "2" followed by ".5": the value is inserted in its general form, without a "0".
-    EXPECT_EQ(evaluate(u"=2A1"_s), 2.5);
-    EXPECT_EQ(evaluate(u"=A1*4"_s), 2);
-}
-
-TEST_F(Formulas, ExponentLetterIsReadAsCell)
-{
-    enter("E5", u"7"_s);
-    // "1e5" is "1" followed by the value of E5.
-    EXPECT_EQ(evaluate(u"=1e5"_s), 17);
-}
-
-TEST_F(Formulas, FixedMarksChangeNothingInEvaluation)
-{
-    enter("B2", u"21"_s);
-    EXPECT_EQ(evaluate(u"=$B$2+B$2+$B2+b2"_s), 84);
-}
-
-TEST_F(Formulas, NegativeValuesAreInsertedWithTheirSign)
-{
-    enter("A1", u"-3"_s);
-    EXPECT_EQ(evaluate(u"=2-A1"_s), 5);
-    EXPECT_EQ(evaluate(u"=2^A1"_s), 0.125);
-}
-
-TEST_F(Formulas, LargeValuesAreInsertedInExponentForm)
-{
-    enter("A1", u"1e20"_s);
-    EXPECT_EQ(evaluate(u"=A1*2"_s), 2e20);
-}
-
-TEST_F(Formulas, ValuesAreInsertedWithFifteenDigits)
-{
-    enter("A1", u"=1/3"_s);
-    EXPECT_DOUBLE_EQ(evaluate(u"=A1*3"_s), 0.999999999999999);
-}
-
-TEST_F(Formulas, OnlyEqualsIsZeroWithoutLinks)
-{
-    EXPECT_EQ(evaluate(u"="_s), 0);
-    EXPECT_FALSE(record("J10").HasPrecedents);
-}
 
 TEST_F(Formulas, TextLeftOverGivesZeroWithoutLinks)
 {

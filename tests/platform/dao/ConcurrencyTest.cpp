@@ -195,15 +195,6 @@ TEST_F(ConcurrencyTest, ExclusiveOpenKeepsTheOthersOut)
     EXPECT_TRUE(shared->TableDefs(u"Pets"_s)->Fields().Contains(u"URL1"_s));
 }
 
-TEST_F(ConcurrencyTest, ExclusiveOpenFailsWhileOthersHaveTheFile)
-{
-    auto shared = m_other->OpenDatabase(m_path);
-    EXPECT_EQ(ErrorNumber([&] { m_workspace->OpenDatabase(m_path, true); }), DaoError::FileInUse);
-    shared->Close();
-    auto exclusive = m_workspace->OpenDatabase(m_path, true);
-    EXPECT_TRUE(exclusive->IsOpen());
-}
-
 TEST_F(ConcurrencyTest, ReadOnlyOpenRefusesEveryWrite)
 {
     auto database = m_workspace->OpenDatabase(m_path, false, true);

@@ -1,5 +1,7 @@
 #include "DaoTestSupport.h"
+#include "TableRows.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/QStringPrinter.h"
 
 #include <QTemporaryDir>
 #include <functional>
@@ -9,6 +11,8 @@ using namespace Qt::Literals::StringLiterals;
 using Runtime::Variant;
 
 namespace {
+
+using TestRows::PrintTo;
 
 // A condition of the engine's dialect and the pets it selects, in name order.
 struct DialectRow
@@ -112,8 +116,42 @@ INSTANTIATE_TEST_SUITE_P(Conditions, DialectTest,
         DialectRow { "inList", u"Field1 IN ('dog', 'CAT')"_s, { u"Rex"_s, u"Tiddles"_s } },
         DialectRow { "nullToZero", u"Nz(Field4, 0) = 0"_s, { u"R2D2"_s } },
         DialectRow { "qualifiedName", u"Pets.Field4 = 9 OR Pets!Field4 = 1"_s,
-            { u"Bobcat"_s, u"Bubbles"_s } }),
-    [](const testing::TestParamInfo<DialectRow>& info) { return std::string(info.param.name); });
+            { u"Bobcat"_s, u"Bubbles"_s } },
+        // What the query builder pastes in as typed: "includes" wraps the raw text in stars,
+        // so SQL's own wildcards must stay plain characters and the engine's must work.
+        DialectRow { "percentIsAPlainCharacter", u"Field1 LIKE '*%*' OR CardName LIKE '%'"_s, {} },
+        DialectRow { "underscoreIsAPlainCharacter", u"CardName LIKE 'R_x'"_s, {} },
+        DialectRow { "includesADigit", u"CardName LIKE '*#*'"_s, { u"Cat[1]"_s, u"R2D2"_s } },
+        DialectRow { "includesTypedList", u"CardName LIKE '*[1]*'"_s, { u"Cat[1]"_s } },
+        DialectRow { "includesABlank", u"Field1 LIKE '* *'"_s, { u"Bobcat"_s } },
+        DialectRow { "includesAnyCharacter", u"Field1 LIKE '*?*'"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"R2D2"_s, u"Rex"_s, u"Tiddles"_s } },
+        // Numbers are pasted in their general form, dates as m-d-yy, on/off words as typed.
+        DialectRow { "numberInExponentForm", u"Field4 < 1E+20"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"Cat[1]"_s, u"Rex"_s, u"Tiddles"_s } },
+        DialectRow { "negativeCurrency", u"Field6 > -0.5"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"Cat[1]"_s, u"Rex"_s, u"Tiddles"_s } },
+        DialectRow { "onIsYes", u"Field7 = Yes"_s, { u"Cat[1]"_s, u"R2D2"_s, u"Rex"_s } },
+        DialectRow { "notEqualsLeavesNullOut", u"Field7 <> True"_s, { u"Bobcat"_s, u"Tiddles"_s } },
+        DialectRow { "laterTheSameDay", u"Field5 > #3-5-04#"_s, { u"Bobcat"_s, u"Cat[1]"_s } },
+        DialectRow { "twentyNineIs2029", u"Field5 < #1-1-29#"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"Cat[1]"_s, u"Rex"_s, u"Tiddles"_s } },
+        DialectRow { "thirtyIs1930", u"Field5 < #1-1-30#"_s, {} },
+        DialectRow { "quarter", u"DATEPART(\"q\", Field5) = 1"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"Cat[1]"_s, u"Rex"_s } },
+        DialectRow { "notBetween", u"Field4 NOT BETWEEN 2 AND 7"_s, { u"Bobcat"_s, u"Bubbles"_s } },
+        DialectRow { "lowerCaseWords", u"field4 between 2 and 3"_s, { u"Cat[1]"_s, u"Rex"_s } },
+        DialectRow { "notOfABracket", u"NOT (Field4 > 2)"_s, { u"Bubbles"_s, u"Cat[1]"_s } },
+        DialectRow { "isNotNull", u"Field6 IS NOT NULL AND Field6 < 5"_s,
+            { u"Bubbles"_s, u"Cat[1]"_s, u"Tiddles"_s } },
+        DialectRow {
+            "comesAfterWithoutCase", u"CardName > 'r'"_s, { u"R2D2"_s, u"Rex"_s, u"Tiddles"_s } },
+        DialectRow { "wordsAndDateInsideAString", u"Field1 <> 'AND #1-1-99# OR'"_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"R2D2"_s, u"Rex"_s, u"Tiddles"_s } },
+        DialectRow { "doubledQuoteInsideAString",
+            u"Field1 <> 'it''s' AND Field1 <> \"say \"\"hi\"\"\""_s,
+            { u"Bobcat"_s, u"Bubbles"_s, u"R2D2"_s, u"Rex"_s, u"Tiddles"_s } }),
+    TestRows::Named());
 
 class DialectQueryTest : public DaoTest::DaoTestBase
 {

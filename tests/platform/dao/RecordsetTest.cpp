@@ -196,35 +196,6 @@ TEST_F(RecordsetTest, ErrorsNameTheField)
     }
 }
 
-TEST_F(RecordsetTest, WritingConvertsToTheColumnsType)
-{
-    struct Case
-    {
-        QString field;
-        Variant written;
-        Variant read;
-    };
-    const Case cases[] = {
-        { u"Field4"_s, u"12"_s, qint64(12) },
-        { u"Field4"_s, u"abc"_s, Variant::null() },
-        { u"Field4"_s, u"007"_s, qint64(7) },
-        { u"Field5"_s, u"5 March 2004"_s, Variant::date(38051) },
-        { u"Field6"_s, u"2.34567"_s, Variant::currency(2.3457) },
-        { u"Field7"_s, u"yes"_s, true },
-        { u"Field1"_s, qint64(42), u"42"_s },
-    };
-    auto cards = cardSet();
-    for (const Case& check : cases) {
-        cards->MoveFirst();
-        cards->Edit();
-        cards->Fields(check.field)->SetValue(check.written);
-        cards->Update();
-        cards->Requery();
-        EXPECT_EQ(cards->Fields(check.field)->Value(), check.read)
-            << check.field.toStdString() << " given " << check.written.text().toStdString();
-    }
-}
-
 TEST_F(RecordsetTest, AssignmentsThatWouldLoseDataFail)
 {
     auto cards = cardSet();

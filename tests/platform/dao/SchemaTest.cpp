@@ -2,7 +2,6 @@
 #include "platform/dao/Database.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
 using Dao::DataType;
@@ -59,24 +58,6 @@ void MakeCardTables(Dao::Database& database)
     database.Properties().Append(database.CreateProperty(u"QBVersion"_s, DataType::Integer, 350));
 }
 
-// The table definition as another SQLite program (the sqlite3 shell) reads it.
-QString TableSql(const QString& path, const QString& table)
-{
-    sqlite3* handle = nullptr;
-    sqlite3_open_v2(path.toUtf8().constData(), &handle, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(
-        handle, "SELECT sql FROM sqlite_master WHERE name = ?1", -1, &statement, nullptr);
-    const QByteArray name = table.toUtf8();
-    sqlite3_bind_text(statement, 1, name.constData(), -1, SQLITE_TRANSIENT);
-    QString sql;
-    if (sqlite3_step(statement) == SQLITE_ROW)
-        sql = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-    sqlite3_finalize(statement);
-    sqlite3_close(handle);
-    return sql;
-}
-
 class SchemaTest : public DaoTest::DaoTestBase
 {
 protected:
@@ -93,31 +74,6 @@ protected:
     QString m_path;
     std::shared_ptr<Dao::Database> m_database;
 };
-
-TEST_F(SchemaTest, FileShowsTheDocumentedColumnsInOrder)
-{
-    EXPECT_EQ(TableSql(m_path, u"Quorbin_Card"_s),
-        u"CREATE TABLE \"Quorbin_Card\" (\"CardName\" TEXT(30) NOT NULL COLLATE NOCASE CHECK "
-        u"(\"CardName\" <> ''), \"FreeText\" LONGTEXT COLLATE NOCASE CHECK (\"FreeText\" <> ''), "
-        u"\"Picture\" LONGBINARY, \"Keyword1\" LONG, \"Keyword2\" LONG, \"Keyword3\" LONG, "
-        u"\"Keyword4\" LONG, \"Keyword5\" LONG, \"Keyword6\" LONG, \"Field1\" TEXT(50) COLLATE "
-        u"NOCASE, \"Field2\" TEXT(50) COLLATE NOCASE, \"Field3\" TEXT(50) COLLATE NOCASE, "
-        u"\"Field4\" TEXT(50) COLLATE NOCASE, \"Field5\" TEXT(50) COLLATE NOCASE, \"Field6\" "
-        u"TEXT(50) COLLATE NOCASE)"_s);
-    EXPECT_EQ(TableSql(m_path, u"KeyWords"_s),
-        u"CREATE TABLE \"KeyWords\" (\"KeyID\" COUNTER, \"KeyText\" TEXT(20) COLLATE NOCASE "
-        u"CHECK (\"KeyText\" <> ''), \"KeyPicture\" LONGBINARY)"_s);
-}
-
-TEST_F(SchemaTest, TableDefsShowOnlyTheProgramsTables)
-{
-    QStringList names;
-    for (const auto& table : m_database->TableDefs().items())
-        names.append(table->Name());
-    EXPECT_EQ(names, (QStringList { u"Quorbin_Card"_s, u"KeyWords"_s }));
-    EXPECT_EQ(DaoTest::ErrorNumber([&] { m_database->TableDefs(u"QSysProperties"_s); }),
-        Dao::DaoError::ItemNotFound);
-}
 
 // Each field as the engine describes it after the file is opened again.
 struct FieldRow
@@ -164,46 +120,6 @@ INSTANTIATE_TEST_SUITE_P(CardFile, FieldSchemaTest,
         FieldRow {
             "keyText", u"KeyWords"_s, u"KeyText"_s, DataType::Text, 20, false, false, 1, false }),
     [](const testing::TestParamInfo<FieldRow>& info) { return std::string(info.param.name); });
-
-TEST_F(SchemaTest, IndexesKeepPrimaryUniqueAndRequired)
-{
-    struct Expected
-    {
-        QString table;
-        QString index;
-        QString field;
-        bool primary;
-        bool unique;
-        bool required;
-    };
-    const Expected expected[] = {
-        { u"Quorbin_Card"_s, u"CardID"_s, u"CardName"_s, true, true, true },
-        { u"KeyWords"_s, u"KeyID"_s, u"KeyID"_s, true, true, true },
-        { u"KeyWords"_s, u"KeyText"_s, u"KeyText"_s, false, true, true },
-    };
-    for (const Expected& check : expected) {
-        const auto index = m_database->TableDefs(check.table)->Indexes()(check.index);
-        EXPECT_EQ(index->Primary(), check.primary) << check.index.toStdString();
-        EXPECT_EQ(index->Unique(), check.unique) << check.index.toStdString();
-        EXPECT_EQ(index->Required(), check.required) << check.index.toStdString();
-        ASSERT_EQ(index->Fields().Count(), 1);
-        EXPECT_EQ(index->Fields()(0)->Name(), check.field);
-    }
-    EXPECT_EQ(m_database->TableDefs(u"Quorbin_Card"_s)->Indexes().Count(), 1);
-}
-
-TEST_F(SchemaTest, PropertiesKeepTheirTypeAndValue)
-{
-    const auto version = m_database->Properties()(u"qbversion"_s);
-    EXPECT_EQ(version->Type(), DataType::Integer);
-    EXPECT_EQ(version->Value(), Variant(qint64(350)));
-    const auto card = m_database->TableDefs(u"Quorbin_Card"_s);
-    EXPECT_EQ(card->Properties()(u"FormWidth"_s)->Value(), Variant(qint64(8190)));
-    EXPECT_EQ(card->Properties()(u"FormHeight"_s)->Value(), Variant(qint64(6600)));
-    EXPECT_EQ(card->Fields(u"CardName"_s)->Properties()(u"FieldType"_s)->Type(), DataType::Long);
-    EXPECT_EQ(card->Properties().Count(), 2);
-    EXPECT_EQ(card->Fields(u"FreeText"_s)->Properties().Count(), 0);
-}
 
 TEST_F(SchemaTest, RecordsetFieldsShowTheColumnsProperties)
 {

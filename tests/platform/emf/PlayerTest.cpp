@@ -199,14 +199,6 @@ const PlaybackRow playbackRows[] = {
             c.rectangle({ 0, 0, 50, 50 });
         },
         { { 150, 50, red }, { 50, 50, white }, { 150, 150, white } } },
-    { "hatchedBrushLeavesGaps",
-        [](RecordingContext& c) {
-            c.selectObject(Emf::Stock::NullPen);
-            c.setBackgroundMode(Emf::BackgroundMode::Transparent);
-            c.selectObject(c.createBrush({ Emf::BrushStyle::Hatched, Red, Emf::Hatch::Cross }));
-            c.rectangle({ 0, 0, 400, 400 });
-        },
-        {} },
     { "windowAndViewportScale",
         [](RecordingContext& c) {
             fillWith(c, Red);

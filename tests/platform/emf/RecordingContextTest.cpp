@@ -216,32 +216,6 @@ const RecordRow recordRows[] = {
 INSTANTIATE_TEST_SUITE_P(RecordingContextTest, RecordsWritten, testing::ValuesIn(recordRows),
     [](const testing::TestParamInfo<RecordRow>& info) { return std::string(info.param.name); });
 
-TEST(RecordingContextTest, FreedSlotIsTakenByTheNextObject)
-{
-    RecordingContext context = newContext();
-    const Emf::ObjectHandle first = context.createPen(solidPen(2, 0));
-    const Emf::ObjectHandle second = context.createBrush({ 0, 0x808080, 0 });
-    context.deleteObject(first);
-    const Emf::ObjectHandle third = context.createBrush({ 0, 0x404040, 0 });
-    EXPECT_EQ(first, 1u);
-    EXPECT_EQ(second, 2u);
-    EXPECT_EQ(third, 1u);
-    EXPECT_EQ(context.createdObjectCount(), 2);
-}
-
-TEST(RecordingContextTest, SelectingGivesTheObjectOfTheSameKindItReplaced)
-{
-    RecordingContext context = newContext();
-    const Emf::ObjectHandle pen = context.createPen(solidPen(2, 0));
-    const Emf::ObjectHandle brush = context.createBrush({ 0, 0x808080, 0 });
-    EXPECT_EQ(context.selectObject(pen), Emf::Stock::BlackPen);
-    EXPECT_EQ(context.selectObject(brush), Emf::Stock::WhiteBrush);
-    EXPECT_EQ(context.selectObject(Emf::Stock::NullPen), pen);
-    EXPECT_EQ(context.selectObject(Emf::Stock::SystemFont), Emf::Stock::SystemFont);
-    EXPECT_EQ(context.selectedBrush(), brush);
-    EXPECT_EQ(context.selectObject(77), 0u);
-}
-
 TEST(RecordingContextTest, SelectedObjectCannotBeDeleted)
 {
     RecordingContext context = newContext();
@@ -423,21 +397,6 @@ TEST(RecordingContextTest, TurnedTextHasTurnedBounds)
     // Running upward from the reference point, the cell to its right.
     EXPECT_EQ(
         context.finish().header().bounds, (RectL { 100, 100 - extent.cx, 100 + extent.cy, 100 }));
-}
-
-TEST(RecordingContextTest, ExtentUsesTheSelectedFont)
-{
-    RecordingContext context = newContext();
-    Emf::LogFont small;
-    small.height = -10;
-    small.faceName = u"Arial"_s;
-    Emf::LogFont large = small;
-    large.height = -40;
-    context.selectObject(context.createFont(small));
-    EXPECT_EQ(context.textExtent(u"Mass"_s), Emf::MeasureText(small, u"Mass"));
-    context.selectObject(context.createFont(large));
-    EXPECT_EQ(context.textExtent(u"Mass"_s), Emf::MeasureText(large, u"Mass"));
-    EXPECT_GT(context.textExtent(u"Mass"_s).cx, 3 * Emf::MeasureText(small, u"Mass").cx);
 }
 
 TEST(RecordingContextTest, CopiedRecordMustDeclareItsOwnSize)

@@ -1,5 +1,6 @@
 #include "platform/runtime/Conversions.h"
 
+#include "TableRows.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostLocale.h"
 #include "platform/runtime/QStringPrinter.h"
@@ -9,22 +10,14 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace Runtime;
 
 namespace {
 
-// Failure messages name the row instead of dumping its bytes.
-template <typename Row>
-requires requires(const Row& row)
-{
-    row.name;
-}
-void PrintTo(const Row& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
+using TestRows::PrintTo;
 
 struct TextToNumber
 {
@@ -32,11 +25,6 @@ struct TextToNumber
     QString text;
     double expected;
 };
-
-template <typename Row> std::string rowName(const testing::TestParamInfo<Row>& info)
-{
-    return info.param.name;
-}
 
 class ValReading : public testing::TestWithParam<TextToNumber>
 {
@@ -57,21 +45,17 @@ INSTANTIATE_TEST_SUITE_P(Rows, ValReading,
         TextToNumber { "negative", u"-12.5"_s, -12.5 },
         TextToNumber { "explicitPlus", u"+3"_s, 3.0 },
         TextToNumber { "doubleSignIsNothing", u"--5"_s, 0.0 },
-        TextToNumber { "pointFirst", u".5"_s, 0.5 }, TextToNumber { "pointLast", u"5."_s, 5.0 },
+        TextToNumber { "pointFirst", u".5"_s, 0.5 },
         TextToNumber { "secondPointStops", u"1.2.3"_s, 1.2 },
         TextToNumber { "exponent", u"1.5E3"_s, 1500.0 },
-        TextToNumber { "lowerExponentNegative", u"25e-1"_s, 2.5 },
         TextToNumber { "exponentWithD", u"2D2"_s, 200.0 },
         TextToNumber { "exponentWithoutDigitsIgnored", u"2e"_s, 2.0 },
-        TextToNumber { "exponentSignWithoutDigitsIgnored", u"2e+x"_s, 2.0 },
         TextToNumber { "exponentStopsAtPoint", u"1e2.5"_s, 100.0 },
         TextToNumber { "blankTextIsZero", u"   "_s, 0.0 },
-        TextToNumber { "emptyIsZero", u""_s, 0.0 }, TextToNumber { "wordIsZero", u"Cats"_s, 0.0 },
+        TextToNumber { "wordIsZero", u"Cats"_s, 0.0 },
         TextToNumber { "currencySymbolIsZero", u"£5"_s, 0.0 },
         TextToNumber { "loneSignIsZero", u"-"_s, 0.0 },
-        TextToNumber { "lonePointIsZero", u"."_s, 0.0 },
         TextToNumber { "hexSmall", u"&H1F"_s, 31.0 },
-        TextToNumber { "hexLowerCase", u"&hff"_s, 255.0 },
         TextToNumber { "hexFFFFIsSixteenBitMinusOne", u"&HFFFF"_s, -1.0 },
         TextToNumber { "hex8000IsSixteenBitMinimum", u"&H8000"_s, -32768.0 },
         TextToNumber { "hexLongSuffixKeepsPositive", u"&HFFFF&"_s, 65535.0 },
@@ -82,16 +66,14 @@ INSTANTIATE_TEST_SUITE_P(Rows, ValReading,
         TextToNumber { "hexWithoutDigitsIsZero", u"&H"_s, 0.0 },
         TextToNumber { "hexWithBlanks", u" & H 1 0"_s, 16.0 },
         TextToNumber { "octal", u"&O17"_s, 15.0 },
-        TextToNumber { "octalStopsAtEight", u"&O178"_s, 15.0 },
         TextToNumber { "octalSixteenBitMinusOne", u"&O177777"_s, -1.0 },
         TextToNumber { "ampersandAloneIsZero", u"&"_s, 0.0 },
-        TextToNumber { "ampersandOtherLetterIsZero", u"&X12"_s, 0.0 },
         TextToNumber { "signBeforeHexIsZero", u"-&H10"_s, 0.0 },
         TextToNumber { "tinyUnderflowsToZero", u"1e-400"_s, 0.0 },
         TextToNumber { "longDigitRun", u"123456789012345678901234567890"_s, 1.2345678901234568e29 },
         TextToNumber {
             "largestDouble", u"1.7976931348623157e308"_s, std::numeric_limits<double>::max() }),
-    rowName<TextToNumber>);
+    TestRows::Named());
 
 TEST(ValErrors, OverflowsRaiseErrorSix)
 {
@@ -149,27 +131,24 @@ TEST_P(StrText, MatchesTheClassicText)
 INSTANTIATE_TEST_SUITE_P(Rows, StrText,
     testing::Values(NumberToText { "zeroHasBlank", 0.0, u" 0"_s },
         NumberToText { "negativeZeroIsZero", -0.0, u" 0"_s },
-        NumberToText { "positiveWhole", 90.0, u" 90"_s },
         NumberToText { "negativeWhole", -30.0, u"-30"_s },
         NumberToText { "halfWithoutLeadingZero", 0.5, u" .5"_s },
         NumberToText { "negativeHalf", -0.5, u"-.5"_s },
         NumberToText { "fraction", 12.25, u" 12.25"_s },
         NumberToText { "fifteenDigitsStayPlain", 123456789012345.0, u" 123456789012345"_s },
         NumberToText { "oneE15IsExponent", 1e15, u" 1E+15"_s },
-        NumberToText { "oneE20IsExponent", 1e20, u" 1E+20"_s },
         NumberToText { "mantissaWithFraction", 1.5e20, u" 1.5E+20"_s },
         NumberToText { "threeDigitExponent", 1e100, u" 1E+100"_s },
         NumberToText { "roundsUpIntoExponentForm", 999999999999999.9, u" 1E+15"_s },
         NumberToText { "tenThousandthIsPlain", 0.0001, u" .0001"_s },
         NumberToText { "hundredThousandthIsExponent", 1e-05, u" 1E-05"_s },
-        NumberToText { "negativeSmall", -2.5e-7, u"-2.5E-07"_s },
         NumberToText { "fifteenSignificantDigits", 0.1 + 0.2, u" .3"_s },
         NumberToText { "oneThird", 1.0 / 3.0, u" .333333333333333"_s },
         NumberToText { "twoThirdsRounded", 2.0 / 3.0, u" .666666666666667"_s },
         NumberToText { "sixteenDigitsRounded", 1234567890123456.0, u" 1.23456789012346E+15"_s },
         NumberToText { "largeNegative", -1e300, u"-1E+300"_s },
         NumberToText { "smallestNormal", 2.2250738585072014e-308, u" 2.2250738585072E-308"_s }),
-    rowName<NumberToText>);
+    TestRows::Named());
 
 TEST(StrText, IgnoresTheLocale)
 {
@@ -214,31 +193,25 @@ INSTANTIATE_TEST_SUITE_P(Rows, LocaleNumberReading,
         NumericTextRow { "currencySymbol", u"£3.50"_s, 3.5 },
         NumericTextRow { "minusBeforeSymbol", u"-£3"_s, -3.0 },
         NumericTextRow { "symbolBeforeMinus", u"£-3"_s, -3.0 },
-        NumericTextRow { "symbolAfter", u"3£"_s, 3.0 },
         NumericTextRow { "trailingMinus", u"5-"_s, -5.0 },
         NumericTextRow { "bracketsAreNegative", u"(5)"_s, -5.0 },
         NumericTextRow { "exponent", u"1.5E3"_s, 1500.0 },
-        NumericTextRow { "exponentWithD", u"2d-2"_s, 0.02 },
         NumericTextRow { "hex", u"&HFF"_s, 255.0 },
         NumericTextRow { "hexSixteenBit", u"&HFFFF"_s, -1.0 },
-        NumericTextRow { "octal", u"&O17"_s, 15.0 },
         NumericTextRow { "empty", u""_s, std::nullopt },
-        NumericTextRow { "blank", u"   "_s, std::nullopt },
         NumericTextRow { "word", u"abc"_s, std::nullopt },
         NumericTextRow { "numberThenWord", u"12 apples"_s, std::nullopt },
         NumericTextRow { "blankInside", u"1 000"_s, std::nullopt },
         NumericTextRow { "twoPoints", u"1.2.3"_s, std::nullopt },
         NumericTextRow { "exponentWithoutDigits", u"1e"_s, std::nullopt },
         NumericTextRow { "loneSign", u"-"_s, std::nullopt },
-        NumericTextRow { "lonePoint", u"."_s, std::nullopt },
         NumericTextRow { "twoSigns", u"-5-"_s, std::nullopt },
         NumericTextRow { "unclosedBracket", u"(5"_s, std::nullopt },
         NumericTextRow { "bracketAndMinus", u"(-5)"_s, std::nullopt },
-        NumericTextRow { "leadingComma", u",5"_s, std::nullopt },
         NumericTextRow { "foreignSymbol", u"$5"_s, std::nullopt },
         NumericTextRow { "hexWithJunk", u"&HFG"_s, std::nullopt },
         NumericTextRow { "dateIsNotNumeric", u"29/02/2024"_s, std::nullopt }),
-    rowName<NumericTextRow>);
+    TestRows::Named());
 
 TEST(LocaleNumberErrors, TooLargeIsOverflowNotMismatch)
 {
@@ -276,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, NumericValues,
         ValueRow { "numericText", Variant(u" 3 "_s), true },
         ValueRow { "otherText", Variant(u"x"_s), false },
         ValueRow { "binary", Variant(QByteArray("1")), false }),
-    rowName<ValueRow>);
+    TestRows::Named());
 
 int errorNumberOf(const std::function<void()>& action)
 {
@@ -329,7 +302,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, HalvesToEven,
         RoundingRow { "negativeFractionDown", -2.6, -3 },
         RoundingRow { "largestInteger", 32767.4, 32767 },
         RoundingRow { "smallestInteger", -32768.5, -32768 }),
-    rowName<RoundingRow>);
+    TestRows::Named());
 
 TEST(WholeNumberRanges, OverflowIsErrorSix)
 {
@@ -346,40 +319,16 @@ TEST(WholeNumberRanges, OverflowIsErrorSix)
     EXPECT_EQ(errorNumberOf([] { CInt(Variant(u"many"_s)); }), Error::TypeMismatch);
 }
 
-struct RealRow
+// Int rounds down, Fix drops the fraction: they differ only below zero.
+TEST(IntAndFix, RoundDownAndTowardZero)
 {
-    const char* name;
-    double value;
-    double expected;
-};
-
-class IntRows : public testing::TestWithParam<RealRow>
-{
-};
-
-TEST_P(IntRows, RoundsDown)
-{
-    EXPECT_EQ(Int(GetParam().value), GetParam().expected);
+    const std::tuple<double, double, double> rows[]
+        = { { 2.7, 2, 2 }, { -2.5, -3, -2 }, { -0.1, -1, 0 }, { -4, -4, -4 } };
+    for (const auto& [value, intValue, fixValue] : rows) {
+        EXPECT_EQ(Int(value), intValue) << value;
+        EXPECT_EQ(Fix(value), fixValue) << value;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, IntRows,
-    testing::Values(RealRow { "positive", 2.7, 2.0 }, RealRow { "negative", -2.5, -3.0 },
-        RealRow { "negativeSmall", -0.1, -1.0 }, RealRow { "whole", -4.0, -4.0 }),
-    rowName<RealRow>);
-
-class FixRows : public testing::TestWithParam<RealRow>
-{
-};
-
-TEST_P(FixRows, DropsTheFraction)
-{
-    EXPECT_EQ(Fix(GetParam().value), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, FixRows,
-    testing::Values(RealRow { "positive", 2.7, 2.0 }, RealRow { "negative", -2.5, -2.0 },
-        RealRow { "negativeSmall", -0.1, 0.0 }, RealRow { "whole", -4.0, -4.0 }),
-    rowName<RealRow>);
 
 struct RoundDigitsRow
 {
@@ -406,7 +355,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, RoundRows,
         RoundDigitsRow { "fourPlaces", 2.71828182, 4, 2.7183 },
         RoundDigitsRow { "hugeValueUnchanged", 1e300, 2, 1e300 },
         RoundDigitsRow { "manyDigitsUnchanged", 0.1, 30, 0.1 }),
-    rowName<RoundDigitsRow>);
+    TestRows::Named());
 
 TEST(RoundArguments, NegativeDigitsAreErrorFive)
 {
@@ -429,7 +378,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, CurrencyRows,
         TextToNumber { "fifthPlaceHalfToEvenDown", u"1.00005"_s, 1.0 },
         TextToNumber { "fifthPlaceHalfToEvenUp", u"1.00015"_s, 1.0002 },
         TextToNumber { "fifthPlaceAboveHalf", u"0.123456"_s, 0.1235 }),
-    rowName<TextToNumber>);
+    TestRows::Named());
 
 TEST(CurrencyErrors, TextAndRangeErrors)
 {
@@ -472,14 +421,10 @@ TEST_P(GeneralNumberText, IsStrWithoutBlankAndWithLeadingZero)
 
 INSTANTIATE_TEST_SUITE_P(Rows, GeneralNumberText,
     testing::Values(NumberToText { "zero", 0.0, u"0"_s }, NumberToText { "half", 0.5, u"0.5"_s },
-        NumberToText { "negativeHalf", -0.5, u"-0.5"_s },
-        NumberToText { "oneE15", 1e15, u"1E+15"_s },
-        NumberToText { "fifteenDigits", 123456789012345.0, u"123456789012345"_s },
-        NumberToText { "oneE05", 1e-05, u"1E-05"_s },
-        NumberToText { "tenThousandth", 0.0001, u"0.0001"_s },
+        NumberToText { "oneE15", 1e15, u"1E+15"_s }, NumberToText { "oneE05", 1e-05, u"1E-05"_s },
         NumberToText { "negativeTenThousandth", -0.0001, u"-0.0001"_s },
         NumberToText {
             "tooLargeForAnyNumber", std::numeric_limits<double>::infinity(), u"Infinity"_s }),
-    rowName<NumberToText>);
+    TestRows::Named());
 
 } // namespace

