@@ -1,80 +1,31 @@
 #include "graph/GraphCsv.h"
 
 #include "graph/Graph.h"
+#include "platform/io/StandardStreams.h"
 #include "platform/profile/TextDecoding.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/text/DelimitedText.h"
 
-#include <QFile>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace Ormsey {
 
-namespace {
-
-// Comma-separated text as spreadsheets write it: fields in double quotes may hold commas,
-// doubled quotes and line breaks; lines end in LF or CRLF. Lines with no text are dropped.
-QList<QStringList> readCommaSeparated(const QString& text)
-{
-    QList<QStringList> rows;
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    bool lineHasText = false;
-    const auto endField = [&] {
-        fields << field;
-        field.clear();
-    };
-    const auto endLine = [&] {
-        endField();
-        if (lineHasText)
-            rows << fields;
-        fields.clear();
-        lineHasText = false;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar character = text[i];
-        if (quoted) {
-            if (character == u'"' && i + 1 < text.size() && text[i + 1] == u'"') {
-                field += u'"';
-                ++i;
-            } else if (character == u'"') {
-                quoted = false;
-            } else {
-                field += character;
-            }
-        } else if (character == u'"') {
-            quoted = true;
-            lineHasText = true;
-        } else if (character == u',') {
-            endField();
-        } else if (character == u'\n') {
-            endLine();
-        } else if (character != u'\r') {
-            field += character;
-            if (!character.isSpace())
-                lineHasText = true;
-        }
-    }
-    endLine();
-    return rows;
-}
-
-} // namespace
-
 QString ImportGraphCsv(Graph& graph, const QString& path, QStringList* leftOut)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return u"Cannot read %1: %2"_s.arg(path, file.errorString());
-    return ImportGraphCsvBytes(graph, file.readAll(), path, leftOut);
+    QByteArray bytes;
+    const QString problem = Io::ReadWhole(path, bytes);
+    if (!problem.isEmpty())
+        return problem;
+    return ImportGraphCsvBytes(graph, bytes, path, leftOut);
 }
 
 QString ImportGraphCsvBytes(
     Graph& graph, QByteArrayView bytes, const QString& name, QStringList* leftOut)
 {
-    QList<QStringList> rows = readCommaSeparated(Profile::DecodeSystemText(bytes));
+    const QString text = Profile::DecodeSystemText(bytes);
+    QList<QStringList> rows = Text::ReadDelimitedText(text, u',', Text::Dialect::Quoted);
     if (rows.isEmpty())
         return u"%1 holds no rows."_s.arg(name);
     QStringList notes;

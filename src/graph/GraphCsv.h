@@ -8,7 +8,8 @@ namespace Ormsey {
 
 class Graph;
 
-// Fills `graph` from comma-separated text, as spreadsheets write it: the first column holds
+// Fills `graph` from comma-separated text as spreadsheets write it (quoted fields may hold
+// commas, doubled quotes and line breaks; "-" reads standard input): the first column holds
 // the categories or x values, up to four further columns the series (more are left out);
 // a first row whose series cells are not all numbers is the heading row (the horizontal axis
 // label, then the series labels). Rows past 256 are left out; lines with no text are no rows.

@@ -3,8 +3,8 @@
 #include "app/cli/VerbStatus.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
+#include "platform/text/DelimitedText.h"
 #include "sheet/CellReferences.h"
-#include "sheet/DelimitedFile.h"
 #include "sheet/ExpressionEvaluator.h"
 #include "sheet/Sheet.h"
 #include "sheet/SheetFile.h"
@@ -74,7 +74,7 @@ int convert(const QStringList& arguments, QTextStream& err)
             return Failure(err, problem);
     } else {
         const Tillane::ImportResult imported
-            = Tillane::ImportDelimitedText(sheet, input, Tillane::SeparatorForFile(input));
+            = Tillane::ImportDelimitedText(sheet, input, Text::SeparatorForFile(input));
         if (!imported.error.isEmpty())
             return Failure(err, imported.error);
         for (const QString& refused : imported.refusedEntries)
@@ -87,7 +87,7 @@ int convert(const QStringList& arguments, QTextStream& err)
 
     const QString problem = fileKind(output) == FileKind::Sheet
         ? Tillane::SaveSheetFile(sheet, output)
-        : Tillane::ExportDelimitedText(sheet, output, Tillane::SeparatorForFile(output));
+        : Tillane::ExportDelimitedText(sheet, output, Text::SeparatorForFile(output));
     return problem.isEmpty() ? Succeeded : Failure(err, problem);
 }
 
