@@ -1,5 +1,6 @@
 #include "cards/CardFields.h"
 
+#include "cards/CardDatabase.h"
 #include "cards/DaoProperties.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
@@ -142,6 +143,18 @@ ColumnCounters CountColumns(const QStringList& columnNames)
         highest(counters.ResourceCounter, name, u"Resource"_s);
     }
     return counters;
+}
+
+void LabelStartingFields(CardDatabase& cards, const QStringList& labels)
+{
+    const qsizetype count = std::min<qsizetype>(labels.size(), StartingFieldCount);
+    for (qsizetype index = 0; index < count; ++index) {
+        if (labels[index].isEmpty())
+            continue;
+        const auto field = cards.MainTableDef()->Fields(u"Field"_s + QString::number(index + 1));
+        if (field)
+            SetFieldLabel(*field, labels[index]);
+    }
 }
 
 } // namespace Bramlet

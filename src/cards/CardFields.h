@@ -7,6 +7,11 @@
 
 namespace Bramlet {
 
+class CardDatabase;
+
+// A new card file's text fields Field1..Field6, laid out by SetDefaultFieldLayout.
+inline constexpr int StartingFieldCount = 6;
+
 // The field type codes every card part uses, kept in each column's FieldType property.
 enum FieldTypeCode : int {
     CardNameField = 0,
@@ -49,6 +54,11 @@ void SetFieldChoices(Dao::Field& field, const QString& choices);
 // "Field Label" at (120, 3780 + 480 × index) sized 2655 × 255, control at
 // (2880, 3720 + 480 × index) sized 4935 × 375, type 3 (text), visible.
 void SetDefaultFieldLayout(Dao::Field& field, int index);
+
+// Gives the starting fields Field1, Field2 ... the labels in order (an empty label or one past
+// the sixth leaves its field as it was). A new file's fields all read "Field Label"; named up
+// front, a class list imports straight away, since import matches columns by label.
+void LabelStartingFields(CardDatabase& cards, const QStringList& labels);
 
 // The highest numbers in the names of the Field<n>, URL<n> and Resource<n> columns (the
 // number read after the first 5, 3 and 8 characters); a new column takes one more.

@@ -2,7 +2,8 @@
 
 #include "cards/CardDatabase.h"
 #include "platform/dao/DaoError.h"
-#include "sheet/DelimitedFile.h"
+#include "platform/text/DelimitedFile.h"
+#include "platform/text/DelimitedText.h"
 
 #include <algorithm>
 
@@ -12,8 +13,8 @@ namespace Bramlet {
 
 int ImportDelimitedFile(CardDatabase& cards, const QString& path)
 {
-    Tillane::DelimitedFile file;
-    file.setSeparator(Tillane::SeparatorForFile(path));
+    Text::DelimitedFile file;
+    file.setSeparator(Text::SeparatorForFile(path));
     file.setFirstRowIsLabels(true);
     if (!file.OpenFile(path))
         throw Dao::DaoError::make(Dao::DaoError::FileNotFound, path);

@@ -1,9 +1,9 @@
 #include "sheet/SheetTransfer.h"
 
 #include "platform/io/SafeFileWriter.h"
+#include "platform/text/DelimitedFile.h"
 #include "sheet/CellEntry.h"
 #include "sheet/CellReferences.h"
-#include "sheet/DelimitedFile.h"
 #include "sheet/Sheet.h"
 #include "sheet/SheetError.h"
 
@@ -17,7 +17,7 @@ namespace Tillane {
 ImportResult ImportDelimitedText(Sheet& sheet, const QString& path, const QString& separator)
 {
     ImportResult result;
-    DelimitedFile file;
+    Text::DelimitedFile file;
     file.setSeparator(separator);
     if (!file.OpenFile(path)) {
         QFile probe(path);

@@ -1,9 +1,9 @@
 #include "app/cli/CommandLine.h"
 
-#include "app/cli/ConversionCommands.h"
-#include "cards/CardsCommand.h"
-#include "graph/GraphCommand.h"
-#include "sheet/SheetCommands.h"
+#include "app/cli/CardVerbs.h"
+#include "app/cli/ConversionVerbs.h"
+#include "app/cli/GraphVerbs.h"
+#include "app/cli/SheetVerbs.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -60,14 +60,14 @@ int RunCommandLine(const QStringList& arguments, QTextStream& out, QTextStream& 
         out.flush();
         return 0;
     }
-    if (IsConversionCommand(arguments))
-        return RunConversionCommand(arguments, out, err);
-    if (Tillane::IsSheetCommand(arguments))
-        return Tillane::RunSheetCommand(arguments, out, err);
-    if (Ormsey::IsGraphCommand(arguments))
-        return Ormsey::RunGraphCommand(arguments, out, err);
-    if (Bramlet::IsCardsCommand(arguments))
-        return Bramlet::RunCardsCommand(arguments, out, err);
+    if (IsConversionVerb(arguments))
+        return RunConversionVerb(arguments, out, err);
+    if (IsSheetVerb(arguments))
+        return RunSheetVerb(arguments, out, err);
+    if (IsGraphVerb(arguments))
+        return RunGraphVerb(arguments, out, err);
+    if (IsCardVerb(arguments))
+        return RunCardVerb(arguments, out, err);
     err << u"quorbin-cli: unknown verb \""_s << verb << u"\" (quorbin-cli --help lists the verbs)"_s
         << Qt::endl;
     return 2;

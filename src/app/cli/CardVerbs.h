@@ -11,9 +11,10 @@
 //   cards import FILE.qnd IN.csv           adds a card per record (first row labels, first
 //                                          value the name, further values by field label);
 //                                          prints how many cards were added
-//   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION]
+//   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
 //                                          the card set as comma-separated text, every item
-//                                          selected; the view defaults to the file's
+//                                          of the view (the file's unless given) or the
+//                                          items named, by their texts
 //   cards find FILE.qnd CONDITION          the names of the cards the condition selects, one
 //                                          a line, in card-set order
 //   cards info FILE.qnd                    "Version", "Cards", then a line per column: name,
@@ -22,16 +23,11 @@
 //
 // A failure is one line on `err`, "Error <number>: <text>" with the engine's number, and
 // exit status 1; nothing already in the file is lost. Usage errors exit with 64.
-namespace Bramlet {
-
-enum CardsCommandStatus {
-    CardsCommandFailed = 1,
-    CardsUsageError = 64,
-};
+namespace Cli {
 
 // Whether the arguments name these verbs ("cards").
-bool IsCardsCommand(const QStringList& arguments);
+bool IsCardVerb(const QStringList& arguments);
 
-int RunCardsCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+int RunCardVerb(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
-} // namespace Bramlet
+} // namespace Cli

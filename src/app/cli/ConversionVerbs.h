@@ -11,11 +11,12 @@
 //   val TEXT              the number at the start of TEXT: val "  12kg" prints 12
 //   str NUMBER            NUMBER in the Str form, sign position included: str 0.5 prints " .5"
 //
-// Exit status 0, or 2 for a usage error with a one-line message on `err`.
+// Exit status 0; 2 for a usage error and 1 for a value beyond what a number holds, each with
+// a one-line message on `err`.
 namespace Cli {
 
-bool IsConversionCommand(const QStringList& arguments);
+bool IsConversionVerb(const QStringList& arguments);
 
-int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+int RunConversionVerb(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
 } // namespace Cli

@@ -3,8 +3,7 @@
 #include <QStringList>
 #include <QTextStream>
 
-// The quorbin-cli verbs on sheets and expressions, for teachers' batch work and for testing
-// whole paths without a display. `arguments` start at the verb:
+// The quorbin-cli verbs on sheets and expressions. `arguments` start at the verb:
 //
 //   eval EXPR                    prints the value as formulas insert it ("14", "0.5", "1E+20");
 //                                words after EXPR are joined to it with blanks
@@ -15,19 +14,17 @@
 //                                leaves the file as it was
 //
 // Messages for the user go to `err`, one per line, in the program's own words (the
-// evaluator's message, the sheet's error text, the file's problem).
-namespace Tillane {
+// evaluator's message, the sheet's error text, the file's problem). The sheet verbs exit
+// with the statuses of VerbStatus; eval with the evaluator's error code 1, 2 or 3, or
+// EvalArithmeticFault.
+namespace Cli {
 
-// Exit statuses besides 0 (success). eval returns the evaluator's error code 1, 2 or 3.
-enum SheetCommandStatus {
-    CommandFailed = 1, // sheet verbs: the file could not be read or written, an entry refused
-    ArithmeticFault = 4, // eval: division by zero, overflow, invalid argument
-    UsageError = 64,
-};
+// eval: division by zero, overflow, an invalid argument.
+inline constexpr int EvalArithmeticFault = 4;
 
 // Whether the arguments name one of these verbs ("eval" or "sheet").
-bool IsSheetCommand(const QStringList& arguments);
+bool IsSheetVerb(const QStringList& arguments);
 
-int RunSheetCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+int RunSheetVerb(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
-} // namespace Tillane
+} // namespace Cli

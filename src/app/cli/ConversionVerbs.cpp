@@ -1,4 +1,6 @@
-#include "app/cli/ConversionCommands.h"
+#include "app/cli/ConversionVerbs.h"
+
+#include "app/cli/VerbStatus.h"
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Dates.h"
@@ -11,13 +13,12 @@ namespace Cli {
 
 namespace {
 
-constexpr int ConversionFailed = 1;
-constexpr int UsageError = 2;
+// These verbs came first and kept the shell's usual 2 for a usage error.
+constexpr int ConversionUsageError = 2;
 
-int usage(QTextStream& err, const QString& text)
+int usage(QTextStream& err, QStringView syntax)
 {
-    err << u"usage: quorbin-cli "_s << text << Qt::endl;
-    return UsageError;
+    return Usage(err, syntax, ConversionUsageError);
 }
 
 // What a pupil's typed entry is taken to be: a number when it reads as one, else a date
@@ -33,7 +34,7 @@ Runtime::Variant TypedEntry(const QString& text)
 
 } // namespace
 
-bool IsConversionCommand(const QStringList& arguments)
+bool IsConversionVerb(const QStringList& arguments)
 {
     if (arguments.isEmpty())
         return false;
@@ -48,32 +49,32 @@ int runConversion(const QStringList& arguments, QTextStream& out, QTextStream& e
     const QString verb = arguments.value(0);
     if (verb == u"format"_s) {
         if (arguments.size() != 3)
-            return usage(err, u"format VALUE FORMAT"_s);
+            return usage(err, u"format VALUE FORMAT");
         out << Runtime::Format(TypedEntry(arguments[1]), arguments[2]) << Qt::endl;
         return 0;
     }
     if (verb == u"val"_s) {
         if (arguments.size() != 2)
-            return usage(err, u"val TEXT"_s);
+            return usage(err, u"val TEXT");
         out << Runtime::GeneralNumber(Runtime::Val(arguments[1])) << Qt::endl;
         return 0;
     }
     if (verb == u"str"_s) {
         if (arguments.size() != 2)
-            return usage(err, u"str NUMBER"_s);
+            return usage(err, u"str NUMBER");
         if (!Runtime::IsNumeric(arguments[1])) {
             err << u"quorbin-cli str: not a number: "_s << arguments[1] << Qt::endl;
-            return UsageError;
+            return ConversionUsageError;
         }
         out << Runtime::Str(Runtime::CDbl(arguments[1])) << Qt::endl;
         return 0;
     }
-    return usage(err, u"format|val|str ..."_s);
+    return usage(err, u"format|val|str ...");
 }
 
 } // namespace
 
-int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextStream& err)
+int RunConversionVerb(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     // A value beyond what a number can hold ("1E400") is the runtime's overflow: said on one
     // line, as for any other refused input.
@@ -81,7 +82,7 @@ int RunConversionCommand(const QStringList& arguments, QTextStream& out, QTextSt
         return runConversion(arguments, out, err);
     } catch (const Runtime::Error& fault) {
         err << u"quorbin-cli "_s << arguments.value(0) << u": "_s << fault.message() << Qt::endl;
-        return ConversionFailed;
+        return Failed;
     }
 }
 

@@ -1,58 +1,20 @@
-#include "sheet/DelimitedFile.h"
-
-#include "sheet/SheetTestSupport.h"
+#include "platform/text/DelimitedFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <ostream>
+
+// Shows QString values as text in failure messages instead of bytes.
+inline void PrintTo(const QString& text, std::ostream* stream)
+{
+    *stream << '"' << text.toStdString() << '"';
+}
 
 using namespace Qt::Literals::StringLiterals;
-using namespace Tillane;
+using Text::DelimitedFile;
 
 namespace {
-
-struct SplitRow
-{
-    const char* name;
-    QString line;
-    QString separator;
-    QStringList fields;
-};
-
-void PrintTo(const SplitRow& row, std::ostream* stream)
-{
-    *stream << row.name << ": " << row.line.toStdString();
-}
-
-class SplittingLines : public testing::TestWithParam<SplitRow>
-{
-};
-
-TEST_P(SplittingLines, GiveTheFieldsWithoutQuotes)
-{
-    EXPECT_EQ(SplitDelimitedLine(GetParam().line, GetParam().separator), GetParam().fields);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, SplittingLines,
-    testing::Values(SplitRow { "plain", u"a,b,c"_s, u","_s, { u"a"_s, u"b"_s, u"c"_s } },
-        SplitRow { "quotedHoldsSeparator", u"a,\"b,c\",d"_s, u","_s, { u"a"_s, u"b,c"_s, u"d"_s } },
-        SplitRow { "quotedLast", u"a,\"b,c\""_s, u","_s, { u"a"_s, u"b,c"_s } },
-        SplitRow { "unclosedQuoteRunsToEnd", u"a,\"b,c"_s, u","_s, { u"a"_s, u"b,c"_s } },
-        SplitRow { "textAfterClosingQuoteDropped", u"\"ab\"cd,e"_s, u","_s, { u"ab"_s, u"e"_s } },
-        SplitRow { "quoteInsideFieldIsText", u"5\"x,y"_s, u","_s, { u"5\"x"_s, u"y"_s } },
-        SplitRow { "emptyFields", u",,"_s, u","_s, { QString(), QString(), QString() } },
-        SplitRow { "emptyLine", QString(), u","_s, { QString() } },
-        SplitRow { "trailingSeparator", u"a,"_s, u","_s, { u"a"_s, QString() } },
-        SplitRow { "tabs", u"a\tb,c\td"_s, u"\t"_s, { u"a"_s, u"b,c"_s, u"d"_s } },
-        SplitRow { "blanksKept", u" a , b "_s, u","_s, { u" a "_s, u" b "_s } }),
-    [](const testing::TestParamInfo<SplitRow>& info) { return info.param.name; });
-
-TEST(SeparatorsOfFiles, TabForTextFiles)
-{
-    EXPECT_EQ(SeparatorForFile(u"/a/b.txt"_s), u"\t"_s);
-    EXPECT_EQ(SeparatorForFile(u"/a/b.TXT"_s), u"\t"_s);
-    EXPECT_EQ(SeparatorForFile(u"/a/b.csv"_s), u","_s);
-}
 
 class DelimitedFiles : public testing::Test
 {
@@ -70,19 +32,35 @@ protected:
     DelimitedFile file;
 };
 
-TEST_F(DelimitedFiles, CountsRecordsWithAndWithoutLabels)
+struct CountRow
 {
-    ASSERT_TRUE(file.OpenFile(write("Name,Age\r\nAnn,9\r\nBen,10\r\n")));
-    EXPECT_EQ(file.NumberOfRecords(), 3);
-    file.setFirstRowIsLabels(true);
-    EXPECT_EQ(file.NumberOfRecords(), 2);
+    const char* name;
+    QByteArray bytes;
+    bool labels;
+    int records;
+    int fields;
+};
+
+class CountingRecords : public DelimitedFiles, public testing::WithParamInterface<CountRow>
+{
+};
+
+// Counted by lines, whatever the quotes hold.
+TEST_P(CountingRecords, CountsLinesLessTheLabels)
+{
+    file.setFirstRowIsLabels(GetParam().labels);
+    ASSERT_TRUE(file.OpenFile(write(GetParam().bytes)));
+    EXPECT_EQ(file.NumberOfRecords(), GetParam().records);
+    EXPECT_EQ(file.NumberOfFields(), GetParam().fields);
 }
 
-TEST_F(DelimitedFiles, LastLineWithoutLineEndCounts)
-{
-    ASSERT_TRUE(file.OpenFile(write("a\nb\nc")));
-    EXPECT_EQ(file.NumberOfRecords(), 3);
-}
+INSTANTIATE_TEST_SUITE_P(Rows, CountingRecords,
+    testing::Values(CountRow { "threeLines", "Name,Age\r\nAnn,9\r\nBen,10\r\n", false, 3, 2 },
+        CountRow { "threeLinesOneOfLabels", "Name,Age\r\nAnn,9\r\nBen,10\r\n", true, 2, 2 },
+        CountRow { "lastLineWithoutLineEnd", "a\nb\nc", false, 3, 1 },
+        CountRow { "quoteAcrossLines", "\"a\nb\",c\n", false, 2, 1 },
+        CountRow { "empty", "", true, 0, 0 }),
+    [](const testing::TestParamInfo<CountRow>& info) { return info.param.name; });
 
 TEST_F(DelimitedFiles, FirstLineGivesFieldsAndLabels)
 {
@@ -149,13 +127,6 @@ TEST_F(DelimitedFiles, MissingFileIsNotOpened)
 {
     EXPECT_FALSE(file.OpenFile(m_folder.filePath(u"none.csv"_s)));
     EXPECT_EQ(file.NumberOfRecords(), 0);
-}
-
-TEST_F(DelimitedFiles, EmptyFileHasNothing)
-{
-    ASSERT_TRUE(file.OpenFile(write("")));
-    EXPECT_EQ(file.NumberOfRecords(), 0);
-    EXPECT_EQ(file.NumberOfFields(), 0);
 }
 
 } // namespace

@@ -1,25 +1,18 @@
 #pragma once
 
-#include <QFile>
+#include <QIODevice>
 #include <QString>
 #include <QStringList>
-#include <QStringView>
+#include <memory>
 
-namespace Tillane {
+namespace Text {
 
-// One line of delimited text split at `separator` (its first character; "," for .csv, TAB
-// for .txt). A field that begins with a double quote runs to the next double quote and may
-// hold the separator; the quotes are not part of it, there is no escape for a quote inside,
-// and anything between the closing quote and the next separator is dropped. A quoted field
-// without its closing quote runs to the end of the line. An empty line is one empty field.
-QStringList SplitDelimitedLine(QStringView line, QStringView separator);
-
-// The separator of a delimited file by its name: TAB for ".txt" (any case), else ",".
-QString SeparatorForFile(const QString& path);
-
-// A reader of comma- or tab-separated text, record by record; the card window imports
-// through it. Lines end in LF or CRLF; each line is read as UTF-8 when it is valid UTF-8,
-// else as Windows-1252 (files made on Windows).
+// A reader of comma- or tab-separated text in the classic dialect (DelimitedText.h), record
+// by record; the card import and the sheet's import read through it. Lines end in LF or
+// CR LF; each line is read as UTF-8 when it is valid UTF-8, else as Windows-1252 (files made
+// on Windows), and a leading UTF-8 byte-order mark is dropped. The file is read a line at a
+// time, so a large class list costs no more memory than its longest line; "-" reads standard
+// input, which is held in memory.
 class DelimitedFile
 {
 public:
@@ -28,6 +21,7 @@ public:
     DelimitedFile& operator=(const DelimitedFile&) = delete;
 
     const QString& Separator() const { return m_separator; }
+    // Its first character separates the fields.
     void setSeparator(const QString& separator) { m_separator = separator; }
     // Whether the first line holds the field names rather than a record.
     bool FirstRowIsLabels() const { return m_firstRowIsLabels; }
@@ -54,10 +48,10 @@ private:
 
     QString m_separator = QStringLiteral(",");
     bool m_firstRowIsLabels = false;
-    QFile m_file;
+    std::unique_ptr<QIODevice> m_file;
     int m_lineCount = 0;
     int m_linesRead = 0;
     QStringList m_labels;
 };
 
-} // namespace Tillane
+} // namespace Text

@@ -1,21 +1,18 @@
-#include "graph/GraphCommand.h"
+#include "app/cli/GraphVerbs.h"
 
+#include "app/cli/VerbStatus.h"
 #include "graph/Graph.h"
+#include "graph/GraphCsv.h"
 #include "graph/PictureExport.h"
-#include "platform/io/SafeFileWriter.h"
-#include "platform/profile/TextDecoding.h"
-#include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
-#include <cmath>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace Ormsey {
+namespace Cli {
 
 namespace {
 
@@ -39,18 +36,6 @@ struct ConvertOptions
     bool legend = false;
     int width = 0; // 0: the picture's own width
 };
-
-int usage(QTextStream& err)
-{
-    err << u"usage: quorbin-cli "_s << Syntax << Qt::endl;
-    return GraphUsageError;
-}
-
-int failed(QTextStream& err, const QString& message)
-{
-    err << message << Qt::endl;
-    return GraphCommandFailed;
-}
 
 QString extension(const QString& path)
 {
@@ -102,105 +87,16 @@ std::optional<ConvertOptions> parseOptions(const QStringList& arguments)
     return options;
 }
 
-// Comma-separated text as spreadsheets write it: fields in double quotes may hold commas,
-// doubled quotes and line breaks; lines end in LF or CRLF. Lines with no text are dropped.
-QList<QStringList> readCommaSeparated(const QString& text)
-{
-    QList<QStringList> rows;
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    bool lineHasText = false;
-    const auto endField = [&] {
-        fields << field;
-        field.clear();
-    };
-    const auto endLine = [&] {
-        endField();
-        if (lineHasText)
-            rows << fields;
-        fields.clear();
-        lineHasText = false;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar character = text[i];
-        if (quoted) {
-            if (character == u'"' && i + 1 < text.size() && text[i + 1] == u'"') {
-                field += u'"';
-                ++i;
-            } else if (character == u'"') {
-                quoted = false;
-            } else {
-                field += character;
-            }
-        } else if (character == u'"') {
-            quoted = true;
-            lineHasText = true;
-        } else if (character == u',') {
-            endField();
-        } else if (character == u'\n') {
-            endLine();
-        } else if (character != u'\r') {
-            field += character;
-            if (!character.isSpace())
-                lineHasText = true;
-        }
-    }
-    endLine();
-    return rows;
-}
-
-// Fills a new graph from comma-separated text. Returns a message when the text cannot be a
-// graph; warnings for what was left out go to `err`.
-QString readCsv(const QString& path, Graph& graph, QTextStream& err)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return u"Cannot read %1: %2"_s.arg(path, file.errorString());
-    QList<QStringList> rows = readCommaSeparated(Profile::DecodeSystemText(file.readAll()));
-    if (rows.isEmpty())
-        return u"%1 holds no rows."_s.arg(path);
-
-    qsizetype columns = 0;
-    for (const QStringList& row : std::as_const(rows))
-        columns = std::max(columns, row.size());
-    if (columns > Graph::ColumnCount)
-        err << u"Only the first %1 series of %2 are used."_s.arg(Graph::SeriesCount).arg(path)
-            << Qt::endl;
-    const int series = int(std::clamp<qsizetype>(columns - 1, 1, Graph::SeriesCount));
-
-    const QStringList& first = rows.front();
-    const bool heading = std::any_of(first.begin() + std::min<qsizetype>(1, first.size()),
-        first.end(),
-        [](const QString& cell) { return !cell.trimmed().isEmpty() && !Runtime::IsNumeric(cell); });
-    if (heading) {
-        graph.HorizontalAxisLabel(first.value(0).trimmed());
-        for (int k = 1; k <= series; ++k) {
-            const QString label = first.value(k).trimmed();
-            if (!label.isEmpty())
-                graph.DataSeriesLabel(k, label);
-        }
-        rows.removeFirst();
-    }
-    if (rows.size() > Graph::RowCount)
-        err << u"Only the first %1 rows of %2 are used."_s.arg(Graph::RowCount).arg(path)
-            << Qt::endl;
-
-    const int rowCount = int(std::min<qsizetype>(rows.size(), Graph::RowCount));
-    for (int r = 0; r < rowCount; ++r) {
-        const QStringList& row = rows[r];
-        for (int c = 0; c <= series; ++c)
-            graph.Data(r, c, row.value(c).trimmed());
-    }
-    graph.NumberOfDataSeries(series);
-    return {};
-}
-
-QString readInput(const QString& path, Graph& graph, QTextStream& err)
+QString readInput(const QString& path, Ormsey::Graph& graph, QTextStream& err)
 {
     const QString kind = extension(path);
-    if (kind == u"csv"_s)
-        return readCsv(path, graph, err);
+    if (kind == u"csv"_s) {
+        QStringList leftOut;
+        const QString problem = Ormsey::ImportGraphCsv(graph, path, &leftOut);
+        for (const QString& note : std::as_const(leftOut))
+            err << note << Qt::endl;
+        return problem;
+    }
     if (kind != u"qnp"_s)
         return u"%1 is neither a graph file (.qnp) nor comma-separated text (.csv)."_s.arg(path);
     // A missing key has a default, so only a file that cannot be opened is an error here.
@@ -215,7 +111,7 @@ QString readInput(const QString& path, Graph& graph, QTextStream& err)
     return {};
 }
 
-void applyOptions(const ConvertOptions& options, Graph& graph)
+void applyOptions(const ConvertOptions& options, Ormsey::Graph& graph)
 {
     if (options.graphType)
         graph.GraphType(*options.graphType);
@@ -233,7 +129,7 @@ void applyOptions(const ConvertOptions& options, Graph& graph)
         graph.DisplayLegend(true);
 }
 
-QString writeOutput(const ConvertOptions& options, Graph& graph)
+QString writeOutput(const ConvertOptions& options, Ormsey::Graph& graph)
 {
     const QString kind = extension(options.output);
     if (kind == u"qnp"_s)
@@ -241,42 +137,42 @@ QString writeOutput(const ConvertOptions& options, Graph& graph)
     if (!graph.GraphHasData())
         return u"The graph has no data to draw."_s;
     // Without --width a PNG has the picture's own size.
-    return ExportPictureFile(graph, options.output, options.width, 1);
+    return Ormsey::ExportPictureFile(graph, options.output, options.width, 1);
 }
 
 int convert(const QStringList& arguments, QTextStream& err)
 {
     const std::optional<ConvertOptions> options = parseOptions(arguments);
     if (!options)
-        return usage(err);
+        return Usage(err, Syntax);
     static const QStringList outputs { u"qnp"_s, u"emf"_s, u"png"_s, u"svg"_s, u"pdf"_s };
     if (!outputs.contains(extension(options->output)))
-        return usage(err);
+        return Usage(err, Syntax);
 
-    Graph graph;
+    Ormsey::Graph graph;
     const QString readProblem = readInput(options->input, graph, err);
     if (!readProblem.isEmpty())
-        return failed(err, readProblem);
+        return Failure(err, readProblem);
     applyOptions(*options, graph);
     const QString writeProblem = writeOutput(*options, graph);
     if (!writeProblem.isEmpty())
-        return failed(err, u"Cannot write %1: %2"_s.arg(options->output, writeProblem));
-    return 0;
+        return Failure(err, u"Cannot write %1: %2"_s.arg(options->output, writeProblem));
+    return Succeeded;
 }
 
 } // namespace
 
-bool IsGraphCommand(const QStringList& arguments)
+bool IsGraphVerb(const QStringList& arguments)
 {
     return !arguments.isEmpty() && arguments.front() == u"graph"_s;
 }
 
-int RunGraphCommand(const QStringList& arguments, QTextStream& out, QTextStream& err)
+int RunGraphVerb(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     Q_UNUSED(out);
     if (arguments.size() < 2 || arguments[1] != u"convert"_s)
-        return usage(err);
+        return Usage(err, Syntax);
     return convert(arguments, err);
 }
 
-} // namespace Ormsey
+} // namespace Cli

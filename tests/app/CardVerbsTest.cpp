@@ -1,0 +1,117 @@
+#include "VerbTestSupport.h"
+
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+using CliTest::RunCli;
+
+namespace {
+
+class CardVerbs : public CliTest::VerbTest
+{
+protected:
+    CliTest::Outcome cards(const QStringList& arguments)
+    {
+        return RunCli(QStringList { u"cards"_s } + inFolder(arguments));
+    }
+};
+
+TEST_F(CardVerbs, TeachersRoundTrip)
+{
+    ASSERT_EQ(cards({ u"new"_s, u"@/class.qnd"_s }).status, 0);
+    write(u"pets.csv"_s, "Name,Field Label\r\nTiddles,cat\r\nRex,dog\r\nBobcat,wild cat\r\n");
+    const CliTest::Outcome imported = cards({ u"import"_s, u"@/class.qnd"_s, u"@/pets.csv"_s });
+    EXPECT_EQ(imported.status, 0) << imported.err.toStdString();
+    EXPECT_EQ(imported.out, u"3 cards imported\n"_s);
+
+    EXPECT_EQ(cards({ u"find"_s, u"@/class.qnd"_s, u"Field1 LIKE '*cat*'"_s }).out,
+        u"Bobcat\nTiddles\n"_s);
+
+    EXPECT_EQ(
+        cards({ u"export"_s, u"@/class.qnd"_s, u"@/out.csv"_s, u"--where"_s, u"Field1 <> 'dog'"_s })
+            .status,
+        0);
+    EXPECT_EQ(read(path(u"out.csv"_s)),
+        QByteArray("\"Card Name\",\"Keywords\"\r\n"
+                   "\"Bobcat\",\"\",\"\",\"\",\"\",\"\",\"\"\r\n"
+                   "\"Tiddles\",\"\",\"\",\"\",\"\",\"\",\"\""));
+
+    const CliTest::Outcome info = cards({ u"info"_s, u"@/class.qnd"_s });
+    EXPECT_TRUE(info.out.startsWith(u"Version\t350\nCards\t3\nCardName\t\t0\nFreeText\t\t1\n"_s))
+        << info.out.toStdString();
+    EXPECT_TRUE(info.out.contains(u"\nField1\tField Label\t3\n"_s));
+
+    EXPECT_EQ(cards({ u"compact"_s, u"@/class.qnd"_s }).status, 0);
+    EXPECT_EQ(cards({ u"find"_s, u"@/class.qnd"_s, u"CardName < 'S'"_s }).out, u"Bobcat\nRex\n"_s);
+}
+
+TEST_F(CardVerbs, LabelsNameTheStartingFieldsSoImportFindsThem)
+{
+    ASSERT_EQ(cards({ u"new"_s, u"@/pets.qnd"_s, u"--labels"_s, u"Animal, ,Legs"_s }).status, 0);
+    EXPECT_TRUE(cards({ u"info"_s, u"@/pets.qnd"_s })
+                    .out.contains(u"\nField1\tAnimal\t3\nField2\tField Label\t3\n"
+                                  u"Field3\tLegs\t3\nField4\tField Label\t3\n"_s));
+    write(u"pets.csv"_s, "Name,legs,ANIMAL\r\nPolly,2,parrot\r\nRex,4,dog\r\n");
+    ASSERT_EQ(cards({ u"import"_s, u"@/pets.qnd"_s, u"@/pets.csv"_s }).status, 0);
+    EXPECT_EQ(cards({ u"find"_s, u"@/pets.qnd"_s, u"Field3 = '2' AND Field1 = 'Parrot'"_s }).out,
+        u"Polly\n"_s);
+}
+
+struct ExportRow
+{
+    const char* name;
+    QStringList options;
+    QByteArray written;
+};
+
+class CardExports : public CardVerbs, public testing::WithParamInterface<ExportRow>
+{
+};
+
+// The view is the file's unless given; --fields names items in any order and case, and they
+// are written in the list's order.
+TEST_P(CardExports, WriteTheChosenItems)
+{
+    ASSERT_EQ(cards({ u"new"_s, u"@/class.qnd"_s, u"--view"_s, u"2"_s, u"--labels"_s,
+                        u"Name2,Pet,Colour"_s })
+                  .status,
+        0);
+    write(u"pets.csv"_s, "Name,Pet,Colour\r\nRex,dog,brown\r\n");
+    ASSERT_EQ(cards({ u"import"_s, u"@/class.qnd"_s, u"@/pets.csv"_s }).status, 0);
+    const CliTest::Outcome outcome
+        = cards(QStringList { u"export"_s, u"@/class.qnd"_s, u"@/out.csv"_s } + GetParam().options);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(read(path(u"out.csv"_s)), GetParam().written);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, CardExports,
+    testing::Values(ExportRow { "viewOfTheFile", {},
+                        "\"Card Name\",\"Key Pictures\"\r\n\"Rex\",\"\",\"\",\"\",\"\",\"\",\"\"" },
+        ExportRow { "viewGiven", { u"--view"_s, u"4"_s },
+            "\"Card Name\",\"Name2\",\"Pet\",\"Colour\",\"Field Label\",\"Field Label\","
+            "\"Field Label\"\r\n\"Rex\",\"\",\"dog\",\"brown\",\"\",\"\",\"\"" },
+        ExportRow { "fieldsNamed", { u"--view"_s, u"4"_s, u"--fields"_s, u"colour,Pet"_s },
+            "\"Card Name\",\"Pet\",\"Colour\"\r\n\"Rex\",\"dog\",\"brown\"" },
+        ExportRow { "noFieldsNamed", { u"--view"_s, u"4"_s, u"--fields"_s, QString() },
+            "\"Card Name\"\r\n\"Rex\"" }),
+    [](const testing::TestParamInfo<ExportRow>& info) { return std::string(info.param.name); });
+
+TEST_F(CardVerbs, CompactWithoutATemporaryFolderSaysSo)
+{
+    ASSERT_EQ(cards({ u"new"_s, u"@/class.qnd"_s }).status, 0);
+    const QByteArray before = read(path(u"class.qnd"_s));
+    const QByteArray previous = qgetenv("TEMP");
+    const bool wasSet = qEnvironmentVariableIsSet("TEMP");
+    qputenv("TEMP", "");
+    const CliTest::Outcome outcome = cards({ u"compact"_s, u"@/class.qnd"_s });
+    if (wasSet)
+        qputenv("TEMP", previous);
+    else
+        qunsetenv("TEMP");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.err, u"You cannot compact a database because there is no temporary path set.\n"_s);
+    EXPECT_EQ(read(path(u"class.qnd"_s)), before);
+}
+
+} // namespace
