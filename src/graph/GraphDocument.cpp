@@ -6,6 +6,7 @@
 #include "frame/Hourglass.h"
 #include "frame/Prompts.h"
 #include "graph/Graph.h"
+#include "graph/GraphCsv.h"
 #include "graph/PictureExport.h"
 #include "platform/runtime/Error.h"
 #include "resources/StringTable.h"
@@ -28,6 +29,7 @@ constexpr int notSavedText = 573;
 constexpr int saveQuestionText = 574;
 constexpr int exportTitle = 582;
 constexpr int openFilter = 583;
+constexpr int commaSeparatedFilter = 588;
 constexpr int saveFilter = 584;
 constexpr int saveAsTitle = 1007;
 constexpr int fileNotFound = 53;
@@ -217,6 +219,8 @@ bool GraphDocument::Open(const QString& path)
             failure = fileAccessError;
         } else {
             const QByteArray bytes = file.readAll();
+            if (QFileInfo(path).suffix().compare(u"csv"_s, Qt::CaseInsensitive) == 0)
+                return openCommaSeparated(bytes, QFileInfo(path).fileName());
             // Nothing of the graph shown before may survive into the one read: no cell of a
             // column the file leaves empty, no sort order, no non-integer flag.
             m_graph->InitialiseVariables();
@@ -238,6 +242,24 @@ bool GraphDocument::Open(const QString& path)
     return failure == 0;
 }
 
+bool GraphDocument::openCommaSeparated(const QByteArray& bytes, const QString& name)
+{
+    // Tried on a graph of its own first: text that is refused leaves the document as it was.
+    Graph trial;
+    const QString error = ImportGraphCsvBytes(trial, bytes, name);
+    if (!error.isEmpty()) {
+        ReportError(error);
+        return false;
+    }
+    const ChangeScope scope(*this);
+    m_graph->InitialiseVariables();
+    ImportGraphCsvBytes(*m_graph, bytes, name);
+    // Data, not yet a graph file: saving asks for a graph file's name, and closing asks first.
+    m_fileName.clear();
+    setChanged(true);
+    return true;
+}
+
 QString GraphDocument::dialogFolder() const
 {
     return m_host != nullptr ? m_host->DialogFolder() : QString();
@@ -247,8 +269,9 @@ bool GraphDocument::OpenWithDialog()
 {
     if (!AskToSave())
         return false;
-    const Frame::FileDialogRequest request { GetResString(openTitle), GetResString(openFilter), 1,
-        dialogFolder(), QString() };
+    const Frame::FileDialogRequest request { GetResString(openTitle),
+        GetResString(openFilter) + u'|' + GetResString(commaSeparatedFilter), 1, dialogFolder(),
+        QString() };
     const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().openFile(request);
     if (!choice || choice->path.isEmpty())
         return false;

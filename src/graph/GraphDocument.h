@@ -71,9 +71,10 @@ public:
     // The heading row of the data grid; only the columns under a heading are in use.
     QStringList Headings();
 
-    // Opens a graph file (or comma-separated text) into this document, starting from an
-    // initialised graph. A file that cannot be read leaves the document as it was; a damaged
-    // one keeps what could be read. Either way the user is told. False on any failure.
+    // Opens a graph file into this document, starting from an initialised graph. A file that
+    // cannot be read leaves the document as it was; a damaged one keeps what could be read.
+    // Either way the user is told. False on any failure. Comma-separated text (".csv") fills
+    // the graph as a new, unsaved one, or is refused whole and changes nothing.
     bool Open(const QString& path);
     // File > Open: offers to save a changed graph, then the open dialog.
     bool OpenWithDialog();
@@ -104,6 +105,7 @@ private:
     void edited(bool didChange);
     void setChanged(bool changed);
     bool saveTo(const QString& path);
+    bool openCommaSeparated(const QByteArray& bytes, const QString& name);
     QString dialogFolder() const;
 
     Frame::DocumentHost* m_host;

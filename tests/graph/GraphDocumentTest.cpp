@@ -103,6 +103,22 @@ TEST_F(GraphDocumentTest, ADamagedFileKeepsWhatWasReadAndSaysSo)
     EXPECT_FALSE(document.IsChanged());
 }
 
+TEST_F(GraphDocumentTest, CommaSeparatedTextOpensAsANewUnsavedGraphOrNotAtAll)
+{
+    document.SetCell(0, 0, u"Kept"_s);
+    prompts.answerMessage(MessageAnswer::Ok);
+    EXPECT_FALSE(document.Open(WriteFile(u"empty.csv"_s, "\r\n\r\n")));
+    EXPECT_EQ(graph().Data(0, 0), u"Kept"_s);
+    ASSERT_EQ(prompts.calls().size(), 1);
+
+    ASSERT_TRUE(document.Open(WriteFile(u"heights.CSV"_s, "Name,Height\r\n\"Lee, Jo\",131\r\n")));
+    EXPECT_EQ(graph().Data(0, 0), u"Lee, Jo"_s);
+    EXPECT_EQ(graph().Data(0, 1), u"131"_s);
+    EXPECT_EQ(graph().DataSeriesLabel(1), u"Height"_s);
+    EXPECT_TRUE(document.FileName().isEmpty()); // Save asks for a graph file's name
+    EXPECT_TRUE(document.IsChanged());
+}
+
 TEST_F(GraphDocumentTest, SaveAsThenSaveWritesTheFileAndClearsTheChangedState)
 {
     document.SetCell(0, 0, u"Cats"_s);
