@@ -63,16 +63,6 @@ protected:
     std::unique_ptr<Ormsey::GraphOptionWindows> windows;
 };
 
-TEST_F(GraphOptionWindowsTest, BarDialogCaptionsComeFromTheStringTable)
-{
-    Ormsey::frmBarChartOptions* dialog = windows->BarChartOptions();
-    EXPECT_EQ(dialog->windowTitle(), u"Options"_s);
-    EXPECT_EQ(dialog->chkAutoScale->text(), u"Auto &Scale"_s);
-    EXPECT_EQ(dialog->optBarType[1]->text(), u"Bar-&Line"_s);
-    EXPECT_EQ(dialog->cmdApply()->text(), u"&Apply"_s);
-    EXPECT_EQ(dialog->chkLegend->text(), u"Display Legend"_s);
-}
-
 // A caption with an "&" letter shows the letter underlined, never the "&" itself: that
 // needs a buddy to send the key to.
 TEST_F(GraphOptionWindowsTest, CaptionsWithAnAccessKeyHaveABuddy)
@@ -266,7 +256,6 @@ TEST_F(GraphOptionWindowsTest, PaletteButtonsChangeTheGraphAtOnce)
 {
     windows->ShowGraphTools();
     Ormsey::frmGraphTools* tools = windows->GraphTools();
-    EXPECT_EQ(tools->windowTitle(), u"Graph Tools"_s);
     EXPECT_TRUE(tools->TypeButtons[Graph::BarChart]->isChecked());
     EXPECT_TRUE(tools->OptionsButton->isEnabled());
 
@@ -283,16 +272,6 @@ TEST_F(GraphOptionWindowsTest, PaletteButtonsChangeTheGraphAtOnce)
     EXPECT_FALSE(graph.Graph3D());
     EXPECT_FALSE(tools->Make3DButton->isChecked());
     EXPECT_EQ(redraws.count(), 4);
-}
-
-TEST_F(GraphOptionWindowsTest, ClosingThePaletteKeepsTheTypedTitle)
-{
-    windows->ShowGraphTools();
-    Ormsey::frmGraphTools* tools = windows->GraphTools();
-    QTest::keyClicks(tools->txtGraphTitle, u"Our fruit"_s);
-    EXPECT_EQ(graph.GraphTitle(), QString());
-    tools->close();
-    EXPECT_EQ(graph.GraphTitle(), u"Our fruit"_s);
 }
 
 TEST_F(GraphOptionWindowsTest, PaletteOptionsButtonNeedsData)
