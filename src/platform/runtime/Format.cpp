@@ -985,8 +985,10 @@ QString Format(const Variant& value, QStringView format)
         return unformatted(value);
 
     const Named named = namedFormat(format);
+    const std::vector<QString> sections
+        = named == Named::None ? splitSections(format) : std::vector<QString>();
     const bool dateFormat
-        = named == Named::None ? isDateFormat(splitSections(format).front()) : isDateNamed(named);
+        = named == Named::None ? isDateFormat(sections.front()) : isDateNamed(named);
     if (dateFormat) {
         const std::optional<double> serial = serialOf(value);
         if (!serial)
@@ -996,7 +998,7 @@ QString Format(const Variant& value, QStringView format)
         if (named != Named::None)
             return formatNamedDate(named, *serial);
         const QLocale locale = HostLocale();
-        return renderDate(parseDateSection(splitSections(format).front(), locale), *serial, locale);
+        return renderDate(parseDateSection(sections.front(), locale), *serial, locale);
     }
     const std::optional<double> number = numberOf(value);
     if (!number)
