@@ -797,7 +797,8 @@ QString renderDate(const std::vector<DateElement>& elements, double serial, cons
 }
 
 // An export or a column of cards formats one date after another in the same format: the
-// last format read is kept, for the locale it was read in.
+// last format read is kept, for the locale it was read in. The elements are replaced only
+// here, and rendering a date never formats through Format, so none is replaced in use.
 const std::vector<DateElement>& dateSectionOf(const QString& section, const QLocale& locale)
 {
     thread_local std::optional<std::pair<QString, QLocale>> lastFormat;
