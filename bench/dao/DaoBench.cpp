@@ -228,10 +228,16 @@ void BM_ExportText(benchmark::State& state)
         QString text = u"\"Card Name\""_s;
         for (const auto& field : fields)
             text += u",\""_s + field->Name() + u'"';
+        // Appended piece by piece, as ExportCards builds the card window's export.
         for (cards->MoveFirst(); !cards->IsEOF(); cards->MoveNext()) {
-            text += u"\r\n\""_s + name->Value().text() + u'"';
-            for (size_t i = 0; i < fields.size(); ++i)
-                text += u",\""_s + Runtime::Format(fields[i]->Value(), formats[i]) + u'"';
+            text += u"\r\n\""_s;
+            text += name->Value().text();
+            text += u'"';
+            for (size_t i = 0; i < fields.size(); ++i) {
+                text += u",\""_s;
+                text += Runtime::Format(fields[i]->Value(), formats[i]);
+                text += u'"';
+            }
         }
         QFile file(out);
         if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)

@@ -11,6 +11,10 @@ export QUORBIN_BENCH_DAO_DIR=$work
 
 "$build/bench/dao/bench_dao" --benchmark_out="$work/engine.json" --benchmark_out_format=json \
     >/dev/null
+# The card file's import and export of a class list, five runs each, medians.
+QUORBIN_BENCH_CARDS_DIR=$work "$build/bench/cards/bench_cards" --benchmark_repetitions=5 \
+    --benchmark_report_aggregates_only=true --benchmark_out="$work/cards.json" \
+    --benchmark_out_format=json >/dev/null
 cards=$work/cards.qnd
 
 timed() { # label, then SQL for the shell; prints the shell's own time for the SQL
@@ -57,6 +61,44 @@ SELECT CardName, Field1, Field2, Field3, Field4, Field5, Field6, Field7,
 .output /dev/null
 .mode list"
 timed ExportText "$export_sql"
+
+# The class list of bench_cards in the shell: .import into a temporary table, then one
+# INSERT ... SELECT into the same card table (the file's own schema), and the same columns
+# written out as CSV. Five runs of each; the medians of the shell's processor time (user and
+# system), which a shared machine disturbs less than the time on the clock.
+sqlite3 "$work/classlist.qnd" .schema | grep -v QSys >"$work/card-schema.sql"
+median() { sort -n | awk '{ v[NR] = $1 } END { printf "%.1f", v[int((NR + 1) / 2)] }'; }
+cpu_ms() { # runs the shell on the file $1 with the commands on standard input
+    local TIMEFORMAT='%3U %3S'
+    { time sqlite3 "$1" >/dev/null; } 2>&1 | awk '{ print ($1 + $2) * 1000 }'
+}
+import_sql=".import --csv --skip 1 $work/classlist.csv staging"
+for run in 1 2 3 4 5; do
+    rm -f "$work/shell-import.db"
+    sqlite3 "$work/shell-import.db" <"$work/card-schema.sql"
+    printf '%s\n' 'CREATE TEMP TABLE staging (Name, Kind, Colour, Owner, Notes, Town, Food);' \
+        "$import_sql" 'BEGIN;' \
+        'INSERT INTO Quorbin_Card (CardName, Field1, Field2, Field3, Field4, Field5, Field6)' \
+        '    SELECT * FROM staging;' 'COMMIT;' | cpu_ms "$work/shell-import.db"
+done | median | xargs printf '%-22s sqlite3 %8s ms (processor)\n' ImportCsv
+for run in 1 2 3 4 5; do
+    printf '%s\n' '.headers on' '.mode csv' ".output $work/shell-cards.csv" \
+        'SELECT CardName, Field1, Field2, Field3, Field4, Field5, Field6 FROM Quorbin_Card' \
+        '    ORDER BY CardName;' | cpu_ms "$work/shell-import.db"
+done | median | xargs printf '%-22s sqlite3 %8s ms (processor)\n' ExportCsv
+
+echo
+echo "engine (bench_cards, medians of five runs):"
+python3 - "$work/cards.json" <<'PYTHON'
+import json, sys
+for bench in json.load(open(sys.argv[1]))["benchmarks"]:
+    if bench.get("aggregate_name") != "median":
+        continue
+    name = bench["run_name"].split("/")[0].removeprefix("BM_")
+    unit = bench["time_unit"]
+    print(f"{name:22s} engine  {bench['cpu_time']:8.1f} {unit} (processor), "
+          f"{bench['real_time']:.1f} {unit} (clock)")
+PYTHON
 
 echo
 echo "engine (bench_dao, real time):"

@@ -24,6 +24,7 @@ int ImportDelimitedFile(CardDatabase& cards, const QString& path)
         targets.push_back(column == 0 ? nullptr : cards.FieldWithLabel(file.FieldLabel(column)));
 
     const auto& set = cards.MainTable();
+    const auto name = set->Fields(u"CardName"_s);
     const auto& workspace = cards.Workspace();
     workspace->BeginTrans();
     int added = 0;
@@ -37,7 +38,7 @@ int ImportDelimitedFile(CardDatabase& cards, const QString& path)
                     [](const QString& value) { return value.trimmed().isEmpty(); }))
                 continue;
             set->AddNew();
-            set->Fields(u"CardName"_s)->SetValue(values.value(0));
+            name->SetValue(values.value(0));
             for (qsizetype column = 1; column < values.size(); ++column) {
                 const std::shared_ptr<Dao::Field> target
                     = static_cast<size_t>(column) < targets.size()

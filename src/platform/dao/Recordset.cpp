@@ -681,12 +681,11 @@ void Recordset::validateBuffer() const
         const Variant& value = m_buffer[i];
         if (column.type.autoIncrement && m_editMode == Dao::EditMode::Add)
             continue; // numbered when the row is written
-        const QString name = m_table + u'.' + column.name;
         if (column.required && value.isNull())
-            throw DaoError::make(DaoError::RequiredFieldNull, name);
+            throw DaoError::make(DaoError::RequiredFieldNull, m_table + u'.' + column.name);
         if (IsTextType(column.type.type) && !column.allowZeroLength
             && value.type() == Runtime::VariantType::Text && value.text().isEmpty())
-            throw DaoError::make(DaoError::ZeroLengthNotAllowed, name);
+            throw DaoError::make(DaoError::ZeroLengthNotAllowed, m_table + u'.' + column.name);
     }
     // A required index takes no Null in its fields, even where the field itself may be Null.
     for (const size_t i : m_requiredIndexColumns) {
@@ -694,6 +693,37 @@ void Recordset::validateBuffer() const
             && !(m_columns[i].type.autoIncrement && m_editMode == Dao::EditMode::Add))
             throw DaoError::make(DaoError::IndexRequiresValue);
     }
+}
+
+const QString& Recordset::insertSql()
+{
+    // The same fields are set card after card (an import, a form), so the text of the last
+    // INSERT is kept while they stay the same. A counter's number is read by the INSERT
+    // itself from a table that may appear later, so tables with counters build it afresh.
+    bool counted = false;
+    for (const Column& column : m_columns)
+        counted = counted || column.type.autoIncrement;
+    if (!counted && !m_insertSql.isEmpty() && m_insertChanged == m_changed)
+        return m_insertSql;
+    const QString table = QuoteIdentifier(m_table);
+    QStringList names;
+    QStringList values;
+    int parameters = 0;
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        const Column& column = m_columns[i];
+        if (column.type.autoIncrement) {
+            names.append(QuoteIdentifier(column.name));
+            values.append(core()->nextCounterSql(m_table, column.name));
+        } else if (m_changed[i]) {
+            names.append(QuoteIdentifier(column.name));
+            values.append(u'?' + QString::number(++parameters));
+        }
+    }
+    m_insertSql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
+                                  : u"INSERT INTO "_s + table + u" ("_s + names.join(u", "_s)
+            + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
+    m_insertChanged = m_changed;
+    return m_insertSql;
 }
 
 void Recordset::Update()
@@ -706,31 +736,24 @@ void Recordset::Update()
     const QString table = QuoteIdentifier(m_table);
 
     if (m_editMode == Dao::EditMode::Add) {
-        QStringList names;
-        QStringList values;
-        std::vector<size_t> bound;
-        for (size_t i = 0; i < m_columns.size(); ++i) {
-            const Column& column = m_columns[i];
-            if (column.type.autoIncrement) {
-                names.append(QuoteIdentifier(column.name));
-                values.append(core()->nextCounterSql(m_table, column.name));
-            } else if (m_changed[i]) {
-                names.append(QuoteIdentifier(column.name));
-                values.append(u'?' + QString::number(bound.size() + 1));
-                bound.push_back(i);
-            }
-        }
-        const QString sql = names.isEmpty() ? u"INSERT INTO "_s + table + u" DEFAULT VALUES"_s
-                                            : u"INSERT INTO "_s + table + u" ("_s
-                + names.join(u", "_s) + u") VALUES ("_s + values.join(u", "_s) + u")"_s;
+        const QString& sql = insertSql();
         qint64 key = 0;
-        connection.write([&] {
-            Statement insert = connection.prepare(sql);
-            for (size_t b = 0; b < bound.size(); ++b)
-                insert.bind(static_cast<int>(b + 1), m_buffer[bound[b]]);
-            insert.step();
+        const auto insert = [&] {
+            Statement statement = connection.prepare(sql);
+            int parameter = 0;
+            for (size_t i = 0; i < m_columns.size(); ++i) {
+                if (m_changed[i] && !m_columns[i].type.autoIncrement)
+                    statement.bind(++parameter, m_buffer[i]);
+            }
+            statement.step();
             key = connection.lastInsertRowId();
-        });
+        };
+        // Inside a transaction one INSERT needs no savepoint of its own: a statement that
+        // fails leaves nothing behind. An import adds thousands of cards in one transaction.
+        if (connection.inTransaction())
+            insert();
+        else
+            connection.write(insert);
         m_lastModified = key;
         m_editMode = Dao::EditMode::None;
         m_buffer.clear();

@@ -168,6 +168,7 @@ private:
     std::optional<qint64> findStatic(const QString& condition, qint64 start, int step) const;
     void discardEdit();
     void validateBuffer() const;
+    const QString& insertSql();
     void releaseLock();
 
     Runtime::Variant value(int index) const;
@@ -210,6 +211,9 @@ private:
     std::vector<Runtime::Variant> m_buffer;
     std::vector<bool> m_changed;
     std::vector<Runtime::Variant> m_original;
+    // The INSERT of the last added row and the fields it set.
+    QString m_insertSql;
+    std::vector<bool> m_insertChanged;
     bool m_lockEdits = true;
     bool m_lockHeld = false;
     qint64 m_positionBeforeAdd = -1;

@@ -415,6 +415,10 @@ QString GeneralNumber(double value)
 {
     if (!std::isfinite(value))
         return nonFiniteText(value);
+    // Whole numbers below 10^15 have no point and no exponent, and fit 15 digits exactly:
+    // counts and whole-number fields, the commonest values by far.
+    if (std::fabs(value) < 1e15 && std::trunc(value) == value)
+        return QString::number(static_cast<qint64>(value));
     const DecimalDigits number = DecimalDigits::fromDouble(value);
     return (number.negative ? u"-"_s : QString())
         + plainNumberText(number, HostLocale().decimalPoint(), true);

@@ -361,6 +361,9 @@ QString formatNumber(double value, QStringView format)
 
 QString formatNull(QStringView format)
 {
+    // Only a fourth section says what Null shows; most formats have one section.
+    if (!format.contains(u';'))
+        return {};
     const std::vector<QString> sections = splitSections(format);
     if (sections.size() < 4 || isDateFormat(sections[0]))
         return {};
@@ -717,6 +720,7 @@ QString renderDate(const std::vector<DateElement>& elements, double serial, cons
     for (const DateElement& element : elements)
         twelveHour = twelveHour || element.kind == DateKind::DayHalf;
     QString text;
+    text.reserve(32); // the longest usual date and time, so it is not grown piece by piece
     for (const DateElement& element : elements) {
         switch (element.kind) {
         case DateKind::Literal:
@@ -790,6 +794,21 @@ QString renderDate(const std::vector<DateElement>& elements, double serial, cons
         }
     }
     return text;
+}
+
+// An export or a column of cards formats one date after another in the same format: the
+// last format read is kept, for the locale it was read in. The elements are replaced only
+// here, and rendering a date never formats through Format, so none is replaced in use.
+const std::vector<DateElement>& dateSectionOf(const QString& section, const QLocale& locale)
+{
+    thread_local std::optional<std::pair<QString, QLocale>> lastFormat;
+    thread_local std::vector<DateElement> lastElements;
+    if (!lastFormat || lastFormat->first != section || lastFormat->second != locale) {
+        lastFormat.reset();
+        lastElements = parseDateSection(section, locale);
+        lastFormat.emplace(section, locale);
+    }
+    return lastElements;
 }
 
 // ---- Named formats ---------------------------------------------------------------------
@@ -985,8 +1004,10 @@ QString Format(const Variant& value, QStringView format)
         return unformatted(value);
 
     const Named named = namedFormat(format);
+    const std::vector<QString> sections
+        = named == Named::None ? splitSections(format) : std::vector<QString>();
     const bool dateFormat
-        = named == Named::None ? isDateFormat(splitSections(format).front()) : isDateNamed(named);
+        = named == Named::None ? isDateFormat(sections.front()) : isDateNamed(named);
     if (dateFormat) {
         const std::optional<double> serial = serialOf(value);
         if (!serial)
@@ -996,7 +1017,7 @@ QString Format(const Variant& value, QStringView format)
         if (named != Named::None)
             return formatNamedDate(named, *serial);
         const QLocale locale = HostLocale();
-        return renderDate(parseDateSection(splitSections(format).front(), locale), *serial, locale);
+        return renderDate(dateSectionOf(sections.front(), locale), *serial, locale);
     }
     const std::optional<double> number = numberOf(value);
     if (!number)

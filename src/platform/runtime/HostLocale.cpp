@@ -15,8 +15,12 @@ QLocale HostLocale()
     if (forcedLocale())
         return *forcedLocale();
     QLocale system = QLocale::system();
-    if (system.language() == QLocale::C)
-        return QLocale(QLocale::English, QLocale::UnitedKingdom);
+    if (system.language() == QLocale::C) {
+        // Made once: finding a locale by language and country costs more than most of the
+        // conversions that ask for it, and an export asks once a cell.
+        static const QLocale british(QLocale::English, QLocale::UnitedKingdom);
+        return british;
+    }
     return system;
 }
 

@@ -247,6 +247,32 @@ TEST_F(RecordsetTest, FindInAStaticResult)
     EXPECT_EQ(counts->Fields(u"Field1"_s)->Value(), Variant(u"Wild cat"_s));
 }
 
+TEST_F(RecordsetTest, RowsAddedInOneTransactionKeepTheirOwnFieldsPastARefusedOne)
+{
+    // An import adds row after row in one transaction: a refused row takes nothing else
+    // with it, and each row gets the fields set for it, not those of the row before.
+    auto cards = cardSet();
+    const auto add = [&](const QString& name, const QString& kind) {
+        cards->AddNew();
+        cards->Fields(u"CardName"_s)->SetValue(name);
+        if (!kind.isEmpty())
+            cards->Fields(u"Field1"_s)->SetValue(kind);
+        cards->Update();
+    };
+    m_workspace->BeginTrans();
+    add(u"Ant"_s, {});
+    EXPECT_EQ(ErrorNumber([&] { add(u"ANT"_s, {}); }), DaoError::DuplicateValue);
+    cards->CancelUpdate();
+    add(u"Bee"_s, u"insect"_s);
+    m_workspace->CommitTrans();
+    EXPECT_EQ(m_database->TableDefs(u"Pets"_s)->RecordCount(), 8);
+    cards->Requery();
+    cards->FindFirst(u"CardName = 'Ant'"_s);
+    EXPECT_TRUE(cards->Fields(u"Field1"_s)->Value().isNull());
+    cards->FindFirst(u"CardName = 'Bee'"_s);
+    EXPECT_EQ(cards->Fields(u"Field1"_s)->Value().text(), u"insect"_s);
+}
+
 TEST_F(RecordsetTest, WorkspaceTransactionsKeepOrDropRowsTogether)
 {
     auto cards = cardSet();
