@@ -410,7 +410,8 @@ TEST_F(GraphWindowTest, OpenStartsInTheHostsFolderAndTellsItTheChoice)
     prompts.answerOpenFile(Frame::FileChoice { path, 1 });
     window->Action(Toolbar::Key + Toolbar::Open)->trigger();
     EXPECT_EQ(prompts.calls().at(0).file.folder, u"/home/class"_s);
-    EXPECT_EQ(prompts.calls().at(0).file.filter, u"Quorbin Ormsey Files|*.qnp"_s);
+    EXPECT_EQ(prompts.calls().at(0).file.filter,
+        u"Quorbin Ormsey Files|*.qnp|Comma-separated Text (*.csv)|*.csv"_s);
     EXPECT_EQ(host.Folder, path);
     EXPECT_EQ(Cell(0, 0), u"Owls"_s);
     EXPECT_EQ(window->windowTitle(), u"Ormsey - owls"_s);
