@@ -73,9 +73,10 @@ QByteArray PdfBytes(const Emf::Picture& picture, QSize size)
 
 } // namespace
 
-QString WriteGraphPicture(Graph& graph, const QString& path, int pngWidth)
+QString WriteGraphPicture(Graph& graph, const QString& path, int pngWidth, QStringView kindNamed)
 {
-    const QString kind = QFileInfo(path).suffix().toLower();
+    const QString kind
+        = kindNamed.isEmpty() ? QFileInfo(path).suffix().toLower() : kindNamed.toString();
     if (kind != u"png"_s && kind != u"svg"_s && kind != u"pdf"_s)
         return graph.ExportGraph(path);
     const Emf::Picture* picture = graph.hMF();
