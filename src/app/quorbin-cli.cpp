@@ -1,24 +1,46 @@
-#include "app/cli/CommandLine.h"
-#include "frame/FrameSettings.h"
+// quorbin-cli: runs the verbs that need no graphics itself, with the Qt core library alone,
+// and hands the others to quorbin-cli-graphics beside it. Loading the GUI libraries costs
+// several times what a conversion does, and scripts call a conversion many times over.
+#include "app/cli/CoreCommandLine.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QTextStream>
+#include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstring>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+// Replaces this process with quorbin-cli-graphics from this program's own folder, keeping
+// the arguments, the environment and the standard streams. Returns only on failure.
+int runGraphicsProgram(char** argv)
+{
+    char self[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", self, sizeof self - 1);
+    std::string program = length > 0 ? std::string(self, std::size_t(length)) : std::string();
+    program = program.substr(0, program.rfind('/') + 1) + "quorbin-cli-graphics";
+    argv[0] = program.data();
+    ::execv(program.c_str(), argv);
+    std::fprintf(
+        stderr, "quorbin-cli: cannot start %s: %s\n", program.c_str(), std::strerror(errno));
+    return 1;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
-    // Pictures and text measuring need a GUI application, but never a display.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
+    if (argc > 1 && Cli::IsGraphicsVerb(QString::fromLocal8Bit(argv[1])))
+        return runGraphicsProgram(argv);
+    QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Quorbin"));
     QCoreApplication::setOrganizationName(QStringLiteral("Pellimore Soft"));
-    // The colour table, currency symbol and temporary folder, exactly as the suite has them.
-    Frame::InitialiseFrame();
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const int status = Cli::RunCommandLine(QCoreApplication::arguments().mid(1), out, err);
+    const int status = Cli::RunCoreCommandLine(QCoreApplication::arguments().mid(1), out, err);
     out.flush();
     err.flush();
     return status;

@@ -86,9 +86,11 @@ QString ExportFilter()
     return filter;
 }
 
-QString ExportPictureFile(Graph& graph, const QString& path, int pngWidth, int pngScale)
+QString ExportPictureFile(
+    Graph& graph, const QString& path, int pngWidth, int pngScale, QStringView kindNamed)
 {
-    const QString kind = QFileInfo(path).suffix().toLower();
+    const QString kind
+        = kindNamed.isEmpty() ? QFileInfo(path).suffix().toLower() : kindNamed.toString();
     if (kind != u"png"_s && kind != u"svg"_s && kind != u"pdf"_s)
         return graph.ExportGraph(path);
     const Emf::Picture* picture = graph.hMF();

@@ -77,8 +77,8 @@ TEST_P(GraphPictures, AreWrittenInTheKindTheNameSays)
 INSTANTIATE_TEST_SUITE_P(Rows, GraphPictures,
     testing::Values(PictureRow { "emf", u"f.emf"_s, {}, " EMF" },
         PictureRow { "png", u"f.png"_s, {}, "\x89PNG" },
-        PictureRow { "svg", u"f.svg"_s, {}, "<svg" },
-        PictureRow { "pdf", u"f.PDF"_s, {}, "%PDF-" }),
+        PictureRow { "svg", u"f.svg"_s, {}, "<svg" }, PictureRow { "pdf", u"f.PDF"_s, {}, "%PDF-" },
+        PictureRow { "formatOverTheName", u"f.out"_s, { u"--format"_s, u"pdf"_s }, "%PDF-" }),
     [](const testing::TestParamInfo<PictureRow>& info) { return std::string(info.param.name); });
 
 TEST_F(GraphVerbs, PicturesAreWholeAndPngTakesTheWidth)

@@ -10,11 +10,13 @@
 //                                          the labels name the six starting fields in order
 //   cards import FILE.qnd IN.csv           adds a card per record (first row labels, first
 //                                          value the name, further values by field label);
-//                                          prints how many cards were added
+//                                          prints how many cards were added; IN "-" reads
+//                                          comma-separated text from standard input
 //   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
 //                                          the card set as comma-separated text, every item
 //                                          of the view (the file's unless given) or the
-//                                          items named, by their texts
+//                                          items named, by their texts; OUT "-" writes to
+//                                          standard output
 //   cards find FILE.qnd CONDITION          the names of the cards the condition selects, one
 //                                          a line, in card-set order
 //   cards info FILE.qnd                    "Version", "Cards", then a line per column: name,

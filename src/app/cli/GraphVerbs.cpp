@@ -4,6 +4,7 @@
 #include "graph/Graph.h"
 #include "graph/GraphCsv.h"
 #include "graph/PictureExport.h"
+#include "platform/io/StandardStreams.h"
 #include "platform/runtime/Error.h"
 
 #include <QFile>
@@ -19,7 +20,10 @@ namespace {
 constexpr QStringView Syntax
     = u"graph convert IN OUT [--type bar|pie|line|scatter] "
       u"[--bar solid|barline|histogram] [--3d] [--title TEXT] [--no-colour] "
-      u"[--legend] [--width PX]";
+      u"[--legend] [--width PX] [--format png|emf|svg|pdf|qnp]";
+
+// What "-" holds and gets, for the messages.
+const QString StandardInput = u"standard input"_s;
 
 // Wider pictures than this are not a classroom graph but a mistyped number.
 constexpr int MaximumWidth = 20000;
@@ -35,11 +39,17 @@ struct ConvertOptions
     bool noColour = false;
     bool legend = false;
     int width = 0; // 0: the picture's own width
+    QString format; // the kind of OUT: by its extension unless given; PNG for "-"
 };
 
 QString extension(const QString& path)
 {
     return QFileInfo(path).suffix().toLower();
+}
+
+QString shownOutput(const QString& path)
+{
+    return Io::IsStandardStream(path) ? u"standard output"_s : path;
 }
 
 std::optional<ConvertOptions> parseOptions(const QStringList& arguments)
@@ -61,6 +71,8 @@ std::optional<ConvertOptions> parseOptions(const QStringList& arguments)
             if (!types.contains(type))
                 return std::nullopt;
             options.barType = std::int32_t(types.indexOf(type));
+        } else if (argument == u"--format"_s && hasValue) {
+            options.format = arguments[++i];
         } else if (argument == u"--title"_s && hasValue) {
             options.title = arguments[++i];
         } else if (argument == u"--width"_s && hasValue) {
@@ -84,15 +96,51 @@ std::optional<ConvertOptions> parseOptions(const QStringList& arguments)
         return std::nullopt;
     options.input = files[0];
     options.output = files[1];
+    if (options.format.isEmpty())
+        options.format
+            = Io::IsStandardStream(options.output) ? u"png"_s : extension(options.output);
+    static const QStringList outputs { u"qnp"_s, u"emf"_s, u"png"_s, u"svg"_s, u"pdf"_s };
+    if (!outputs.contains(options.format))
+        return std::nullopt;
     return options;
+}
+
+// A graph file starts with its section's heading; anything else from standard input is taken
+// for comma-separated text.
+bool isGraphFile(QByteArrayView bytes)
+{
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes = bytes.sliced(3);
+    bytes = bytes.trimmed();
+    const qsizetype lineEnd = bytes.indexOf('\n');
+    const QByteArrayView firstLine = lineEnd < 0 ? bytes : bytes.first(lineEnd);
+    return firstLine.trimmed().compare("[Ormsey Data File]", Qt::CaseInsensitive) == 0;
+}
+
+QString readStandardInput(Ormsey::Graph& graph, QStringList& leftOut)
+{
+    QByteArray bytes;
+    const QString problem = Io::ReadWhole(u"-"_s, bytes);
+    if (!problem.isEmpty())
+        return problem;
+    if (!isGraphFile(bytes))
+        return Ormsey::ImportGraphCsvBytes(graph, bytes, StandardInput, &leftOut);
+    try {
+        graph.LoadGraphDataBytes(bytes);
+    } catch (const Runtime::Error& fault) {
+        return u"%1 is damaged: %2"_s.arg(StandardInput, fault.message());
+    }
+    return {};
 }
 
 QString readInput(const QString& path, Ormsey::Graph& graph, QTextStream& err)
 {
     const QString kind = extension(path);
-    if (kind == u"csv"_s) {
+    if (kind == u"csv"_s || Io::IsStandardStream(path)) {
         QStringList leftOut;
-        const QString problem = Ormsey::ImportGraphCsv(graph, path, &leftOut);
+        const QString problem = Io::IsStandardStream(path)
+            ? readStandardInput(graph, leftOut)
+            : Ormsey::ImportGraphCsv(graph, path, &leftOut);
         for (const QString& note : std::as_const(leftOut))
             err << note << Qt::endl;
         return problem;
@@ -131,22 +179,18 @@ void applyOptions(const ConvertOptions& options, Ormsey::Graph& graph)
 
 QString writeOutput(const ConvertOptions& options, Ormsey::Graph& graph)
 {
-    const QString kind = extension(options.output);
-    if (kind == u"qnp"_s)
+    if (options.format == u"qnp"_s)
         return graph.SaveGraphData(options.output);
     if (!graph.GraphHasData())
         return u"The graph has no data to draw."_s;
     // Without --width a PNG has the picture's own size.
-    return Ormsey::ExportPictureFile(graph, options.output, options.width, 1);
+    return Ormsey::ExportPictureFile(graph, options.output, options.width, 1, options.format);
 }
 
 int convert(const QStringList& arguments, QTextStream& err)
 {
     const std::optional<ConvertOptions> options = parseOptions(arguments);
     if (!options)
-        return Usage(err, Syntax);
-    static const QStringList outputs { u"qnp"_s, u"emf"_s, u"png"_s, u"svg"_s, u"pdf"_s };
-    if (!outputs.contains(extension(options->output)))
         return Usage(err, Syntax);
 
     Ormsey::Graph graph;
@@ -156,7 +200,8 @@ int convert(const QStringList& arguments, QTextStream& err)
     applyOptions(*options, graph);
     const QString writeProblem = writeOutput(*options, graph);
     if (!writeProblem.isEmpty())
-        return Failure(err, u"Cannot write %1: %2"_s.arg(options->output, writeProblem));
+        return Failure(
+            err, u"Cannot write %1: %2"_s.arg(shownOutput(options->output), writeProblem));
     return Succeeded;
 }
 

@@ -1,6 +1,7 @@
 #include "app/cli/SheetVerbs.h"
 
 #include "app/cli/VerbStatus.h"
+#include "platform/io/StandardStreams.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Error.h"
 #include "platform/text/DelimitedText.h"
@@ -21,8 +22,11 @@ namespace {
 
 enum class FileKind { Sheet, Delimited, Unknown };
 
+// "-" is comma-separated text, the kind a sheet is exchanged in.
 FileKind fileKind(const QString& path)
 {
+    if (Io::IsStandardStream(path))
+        return FileKind::Delimited;
     if (path.endsWith(u".qnc"_s, Qt::CaseInsensitive))
         return FileKind::Sheet;
     if (path.endsWith(u".csv"_s, Qt::CaseInsensitive)

@@ -7,8 +7,9 @@
 //
 //   eval EXPR                    prints the value as formulas insert it ("14", "0.5", "1E+20");
 //                                words after EXPR are joined to it with blanks
-//   sheet convert IN OUT         IN and OUT each .qnc, .csv or .txt (tab-separated); text in
-//                                is entered as typed, text out is the shown texts
+//   sheet convert IN OUT         IN and OUT each .qnc, .csv or .txt (tab-separated), or "-"
+//                                for comma-separated text on standard input or output; text
+//                                in is entered as typed, text out is the shown texts
 //   sheet get FILE.qnc CELL      prints: shown text TAB Kind TAB Value TAB Formula
 //   sheet set FILE.qnc CELL TEXT enters TEXT as typed, recalculates and saves; a refused entry
 //                                leaves the file as it was

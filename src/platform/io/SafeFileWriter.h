@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+class QFileDevice;
 class QIODevice;
 
 namespace Io {
@@ -13,6 +14,14 @@ namespace Io {
 // once every byte is written and flushed to disk. Whatever fails (a write, a full disk, the
 // rename, an exception in the caller, a crash), the previous file stays as it was and no
 // temporary file is left behind. Built on QSaveFile; SaveFaults makes any step fail in tests.
+//
+// Only a regular file, or a new one, is replaced that way. A symbolic link is followed (link
+// by link) and its target replaced, so the link stays. A FIFO, a terminal or another device
+// is written through, as is "-" (standard output) and a name of an open descriptor
+// (/dev/stdout, /dev/stderr, /dev/fd/N, /proc/self/fd/N), which is written at its current
+// place, as a shell's redirection would: replacing the file behind it would lose what the
+// shell wrote there. What went through such a stream cannot be taken back when a later step
+// fails.
 //
 //     const QString error = Io::SafeFileWriter::writeFile(path, [&](QIODevice& device) {
 //         return device.write(bytes) == bytes.size();
@@ -38,12 +47,15 @@ public:
     SafeFileWriter(const SafeFileWriter&) = delete;
     SafeFileWriter& operator=(const SafeFileWriter&) = delete;
 
-    // Creates the temporary file. False, with errorString() set, when that is impossible.
+    // Creates the temporary file (or opens the stream). False, with errorString() set, when
+    // that is impossible.
     bool open();
-    // The temporary file; only between a successful open() and commit() or abandon().
+    // The temporary file or the stream; only between a successful open() and commit() or
+    // abandon().
     QIODevice& device();
-    // Puts the written file in place of the target. False, with errorString() set, when any
-    // write failed or the file could not be replaced; the target is then untouched.
+    // Puts the written file in place of the target (or flushes the stream). False, with
+    // errorString() set, when any write failed or the file could not be replaced; a file is
+    // then untouched.
     bool commit();
     // Drops the temporary file and leaves the target as it was.
     void abandon();
@@ -53,13 +65,16 @@ public:
     const QString& errorString() const { return m_error; }
 
 private:
-    class Device;
-
     bool fail(const QString& reason);
+    bool openStream(const QString& path, int descriptor);
 
     QString m_targetPath;
     QString m_error;
-    std::unique_ptr<Device> m_file;
+    // Why the first write failed; empty while none has.
+    QString m_writeFailure;
+    // A QSaveFile for a regular file, else a QFile straight onto the stream.
+    std::unique_ptr<QFileDevice> m_file;
+    bool m_stream = false;
 };
 
 } // namespace Io

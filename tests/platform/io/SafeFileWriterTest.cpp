@@ -6,9 +6,11 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -270,6 +272,141 @@ TEST_F(SafeFileWriterTest, FolderInTheWayFailsWithMessage)
 
     EXPECT_TRUE(error.contains(u"folder"_s)) << error.toStdString();
     EXPECT_TRUE(QFileInfo(target).isDir());
+}
+
+// ---- Places that are not a regular file ---------------------------------------------------
+
+const QByteArray fivePieces
+    = "new piece 1\r\nnew piece 2\r\nnew piece 3\r\nnew piece 4\r\nnew piece 5\r\n";
+
+struct PlaceRow
+{
+    std::string name;
+    // Makes the place in the folder and returns the name to save to.
+    std::function<QString(const QString& folder)> make;
+    // Where the saved bytes are to be found afterwards, relative to the folder.
+    QString holder;
+    // What the folder holds afterwards, each entry with its kind: 'f' a file, 'l' a link,
+    // 'p' a FIFO.
+    QStringList entries;
+    // What the holder holds before the saved bytes.
+    QByteArray before = {};
+};
+
+void PrintTo(const PlaceRow& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+char kindOf(const QString& path)
+{
+    struct stat status = {};
+    if (::lstat(QFile::encodeName(path).constData(), &status) != 0)
+        return '?';
+    return S_ISLNK(status.st_mode) ? 'l'
+        : S_ISFIFO(status.st_mode) ? 'p'
+        : S_ISREG(status.st_mode)  ? 'f'
+                                   : 'o';
+}
+
+class Places : public SafeFileWriterTest, public testing::WithParamInterface<PlaceRow>
+{
+};
+
+// A link stays a link and its target takes the bytes; a FIFO stays a FIFO and its reader
+// gets them; nothing else is left in the folder.
+TEST_P(Places, AreWrittenThroughAndKept)
+{
+    const QString folder = m_folder.path();
+    const QString target = GetParam().make(folder);
+    ASSERT_FALSE(target.isEmpty());
+    // The reader is there before the writer, as a pipe's reader is; opened without waiting,
+    // so that a writer that never comes cannot hang the test.
+    const int reader = kindOf(target) == 'p'
+        ? ::open(QFile::encodeName(target).constData(), O_RDONLY | O_NONBLOCK)
+        : -1;
+    EXPECT_EQ(SafeFileWriter::writeFile(target, writeFivePieces), QString());
+
+    if (reader >= 0) {
+        char buffer[4096];
+        const ssize_t count = ::read(reader, buffer, sizeof buffer);
+        ::close(reader);
+        EXPECT_EQ(QByteArray(buffer, std::max<ssize_t>(count, 0)), fivePieces);
+    } else
+        EXPECT_EQ(readBytes(path(GetParam().holder)), GetParam().before + fivePieces);
+    if (target.startsWith(u"/dev/fd/"_s))
+        ::close(target.sliced(8).toInt());
+    QStringList entries;
+    for (const QString& entry : folderEntries())
+        entries << entry + u':' + QLatin1Char(kindOf(path(entry)));
+    EXPECT_EQ(entries, GetParam().entries);
+}
+
+QString link(const QString& folder, const QString& name, const QString& to)
+{
+    return QFile::link(to, folder + u'/' + name) ? folder + u'/' + name : QString();
+}
+
+QString fileWith(const QString& folder, const QString& name, const QByteArray& bytes)
+{
+    QFile file(folder + u'/' + name);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? file.fileName()
+                                                                                : QString();
+}
+
+INSTANTIATE_TEST_SUITE_P(SafeFileWriter, Places,
+    testing::Values(PlaceRow { "fifoWithItsReader",
+                        [](const QString& folder) {
+                            const QString fifo = folder + u"/pipe"_s;
+                            return ::mkfifo(QFile::encodeName(fifo).constData(), 0600) == 0
+                                ? fifo
+                                : QString();
+                        },
+                        {}, { u"pipe:p"_s } },
+        PlaceRow { "symbolicLinkToAFile",
+            [](const QString& folder) {
+                fileWith(folder, u"Pets.qnp"_s, oldBytes);
+                return link(folder, u"link.qnp"_s, u"Pets.qnp"_s);
+            },
+            u"Pets.qnp"_s, { u"Pets.qnp:f"_s, u"link.qnp:l"_s } },
+        PlaceRow { "chainOfLinks",
+            [](const QString& folder) {
+                fileWith(folder, u"Pets.qnp"_s, oldBytes);
+                link(folder, u"second.qnp"_s, folder + u"/Pets.qnp"_s);
+                return link(folder, u"first.qnp"_s, u"second.qnp"_s);
+            },
+            u"Pets.qnp"_s, { u"Pets.qnp:f"_s, u"first.qnp:l"_s, u"second.qnp:l"_s } },
+        PlaceRow { "danglingLinkMakesItsTarget",
+            [](const QString& folder) { return link(folder, u"link.qnp"_s, u"New.qnp"_s); },
+            u"New.qnp"_s, { u"New.qnp:f"_s, u"link.qnp:l"_s } },
+        PlaceRow { "openDescriptorOfAFileGoesOnFromItsPlace",
+            [](const QString& folder) {
+                // Open before and after the save, as a shell's redirection would be.
+                const int descriptor
+                    = ::open(QFile::encodeName(folder + u"/shell.txt"_s).constData(),
+                        O_WRONLY | O_CREAT, 0600);
+                if (descriptor < 0 || ::write(descriptor, "head\n", 5) != 5)
+                    return QString();
+                return u"/dev/fd/%1"_s.arg(descriptor);
+            },
+            u"shell.txt"_s, { u"shell.txt:f"_s }, "head\n" }),
+    [](const auto& info) { return info.param.name; });
+
+TEST_F(SafeFileWriterTest, DeviceIsWrittenThroughAndFailuresAreTold)
+{
+    EXPECT_EQ(SafeFileWriter::writeFile(u"/dev/null"_s, writeFivePieces), QString());
+    EXPECT_EQ(kindOf(u"/dev/null"_s), 'o');
+    SaveFaults::failAtWrite(2);
+    EXPECT_TRUE(
+        SafeFileWriter::writeFile(u"/dev/null"_s, writeFivePieces).contains(u"writing failed"_s));
+}
+
+TEST_F(SafeFileWriterTest, LinksInALoopAreRefused)
+{
+    link(m_folder.path(), u"a"_s, u"b"_s);
+    link(m_folder.path(), u"b"_s, u"a"_s);
+    EXPECT_TRUE(SafeFileWriter::writeFile(path(u"a"_s), writeFivePieces).contains(u"loop"_s));
+    EXPECT_EQ(folderEntries(), (QStringList { u"a"_s, u"b"_s }));
 }
 
 // ---- Copying a file over another -----------------------------------------------------------
