@@ -224,13 +224,21 @@ void PainterPlayback::drawShape(const QPainterPath& shape, bool fill, bool strok
         m_painter.setBrush(brush);
         m_painter.drawPath(filled);
     }
-    const QPen pen = stroke ? currentPen() : QPen(Qt::NoPen);
+    QPen pen = stroke ? currentPen() : QPen(Qt::NoPen);
     if (pen.style() == Qt::NoPen)
         return;
     // Outlines run through the middle of the reference pixels, as the platform draws a line
     // on the pixels at and below-right of its coordinates; fills keep the exact edges.
-    m_painter.setTransform(m_state.page.toDevice(m_picture.header())
-        * QTransform::fromTranslate(0.5, 0.5) * m_placement * m_base);
+    const QTransform outline = m_state.page.toDevice(m_picture.header())
+        * QTransform::fromTranslate(0.5, 0.5) * m_placement * m_base;
+    m_painter.setTransform(outline);
+    // A line is never thinner than one device pixel, as on the platform: a graph shrunk to a
+    // fraction of its size keeps visible outlines (and they take the fast one-pixel stroker
+    // rather than filling a sliver of a polygon each).
+    if (!pen.isCosmetic() && pen.widthF() * std::sqrt(std::abs(outline.determinant())) < 1) {
+        pen.setWidthF(0);
+        pen.setCosmetic(true);
+    }
     m_painter.setPen(pen);
     m_painter.setBrush(Qt::NoBrush);
     m_painter.drawPath(filled);

@@ -98,6 +98,20 @@ TEST_P(PlayedPixels, AreThoseOfTheRecordedDrawing)
     }
 }
 
+// On the platform no line is thinner than a device pixel: a graph shown at a tenth of its size
+// keeps dark outlines instead of a faint tenth of a pixel.
+TEST(PlayedPixels, OutlinesShrunkBelowAPixelStayOnePixelWide)
+{
+    RecordingContext context = newContext();
+    context.selectObject(context.createPen(widePen(1, 0)));
+    context.selectObject(Emf::Stock::NullBrush);
+    context.rectangle({ 100, 100, 300, 300 });
+    const QImage image = Emf::RenderPicture(context.finish(), QSize(40, 40));
+    for (const QPoint edge : { QPoint(10, 20), QPoint(20, 10) })
+        EXPECT_LT(qGray(image.pixel(edge)), 128) << edge.x() << "," << edge.y();
+    EXPECT_EQ(image.pixel(20, 20), white);
+}
+
 const PlaybackRow playbackRows[] = {
     { "filledRectangle",
         [](RecordingContext& c) {
