@@ -141,7 +141,17 @@ bool EnterCell(Sheet& sheet, int row, int column, const QString& text)
         break;
     case FormulaCell:
         // Kind stays 0 until the formula is accepted, so a refused one leaves the cell empty.
-        cell.Value = EvaluateFormula(sheet, entry.Text, true, row, column);
+        try {
+            cell.Value = EvaluateFormula(sheet, entry.Text, true, row, column);
+        } catch (const SheetError&) {
+            // The formulas that read the emptied cell must not keep values computed from what
+            // it held (a mean would still count it): they are brought up to date before the
+            // refusal is reported. A fault of theirs would only hide the refusal's reason.
+            try {
+                RecalcDependents(sheet, row, column);
+            } catch (const SheetError&) { }
+            throw;
+        }
         cell.Formula = entry.Text;
         cell.Kind = FormulaCell;
         display.Alignment = AlignRightCentre;
