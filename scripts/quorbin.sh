@@ -2,8 +2,9 @@
 # One entry point for a fresh Debian 12 machine:
 #   scripts/quorbin.sh run    install what is missing, build, start the suite on the examples
 #   scripts/quorbin.sh test   install what is missing, build, run every test headless
-#                             (plain build and its tests, the fuzzers, then every test program
-#                             again built with the address and undefined-behaviour sanitizers)
+#                             (plain build and its tests, then one clang build with the address
+#                             and undefined-behaviour sanitizers: a bounded run of every fuzz
+#                             target and every test program again)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -45,7 +46,7 @@ build() {
 
 run_fuzzers() {
     # Each reader's fuzz target gets a short bounded run over its seed corpus; a crash fails.
-    local dir=build-fuzz/tests/fuzz
+    local dir=build-asan/tests/fuzz
     [ -d "$dir" ] || return 0
     local target
     for target in "$dir"/*/fuzz_*; do
@@ -57,9 +58,9 @@ run_fuzzers() {
         [ -d "$corpus" ] && cp -r "$corpus"/. "$work"/
         echo "fuzz: $name"
         # Inputs that crash or leak are kept in the build folder, never in the source tree.
-        mkdir -p build-fuzz/artifacts
+        mkdir -p build-asan/artifacts
         "$target" -runs=20000 -max_total_time=30 -rss_limit_mb=2048 \
-            -artifact_prefix=build-fuzz/artifacts/ "$work" 2>"$work.log" ||
+            -artifact_prefix=build-asan/artifacts/ "$work" 2>"$work.log" ||
             { tail -n 40 "$work.log"; rm -rf "$work" "$work.log"; return 1; }
         rm -rf "$work" "$work.log"
     done
@@ -108,9 +109,8 @@ test)
     export QT_QPA_PLATFORM=offscreen
     build default
     ctest --preset default
-    build fuzz
-    run_fuzzers
     build asan
+    run_fuzzers
     run_sanitized_tests
     ;;
 *)

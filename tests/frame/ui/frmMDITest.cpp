@@ -361,10 +361,10 @@ class ChooserTest : public MainWindowTest, public testing::WithParamInterface<Ch
 
 TEST_P(ChooserTest, ButtonClosesTheChooserThenOpensANewDocument)
 {
-    WhenModalShows([this](QWidget* modal) {
+    WhenModalShows([button = GetParam().button](QWidget* modal) {
         auto* chooser = qobject_cast<Frame::frmNewFile*>(modal);
         ASSERT_NE(chooser, nullptr);
-        QTest::mouseClick(chooser->Command1[GetParam().button], Qt::LeftButton);
+        QTest::mouseClick(chooser->Command1[button], Qt::LeftButton);
     });
     window->ShowNewFile();
     EXPECT_EQ(captions(), QStringList { GetParam().caption });
