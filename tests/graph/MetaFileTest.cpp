@@ -1,5 +1,7 @@
 #include "graph/MetaFile.h"
 
+#include "GoldenFile.h"
+#include "TableRows.h"
 #include "frame/Colours.h"
 #include "platform/emf/Player.h"
 #include "platform/emf/RecordReader.h"
@@ -19,99 +21,66 @@ using Ormsey::MetaFile;
 
 namespace {
 
-
-const QStringList openingRecords { u"SETMITERLIMIT 2"_s, u"SAVEDC"_s, u"SELECTOBJECT WHITE_BRUSH"_s,
-    u"SELECTOBJECT NULL_PEN"_s, u"SELECTOBJECT SYSTEM_FONT"_s };
+using TestRows::PrintTo;
 
 QStringList trace(const MetaFile& surface)
 {
     return surface.hMF() ? Emf::TraceRecords(*surface.hMF()) : QStringList();
 }
 
-// What the drawing calls recorded: after the opening records, up to the closing restore.
-QStringList drawnRecords(MetaFile& surface)
-{
-    surface.CloseMF();
-    QStringList lines = trace(surface);
-    const qsizetype restore = lines.lastIndexOf(u"RESTOREDC -1"_s);
-    if (lines.size() < 6 || restore < 6)
-        return { u"<unexpected picture>"_s };
-    return lines.mid(6, restore - 6);
-}
-
-TEST(MetaFileTest, OpeningWritesTheSettingsAndSelectsTheStockObjects)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    surface.CloseMF();
-    const QStringList expected = QStringList { u"HEADER bounds 0 0 -1 -1 frame 0 0 10583 10583"_s }
-        + openingRecords + QStringList { u"RESTOREDC -1"_s, u"EOF"_s };
-    EXPECT_EQ(trace(surface), expected);
-    const Emf::PictureHeader& header = surface.hMF()->header();
-    EXPECT_EQ(header.description, u"Pellimore"_s + QChar(0));
-    EXPECT_EQ(header.description.size(), 10);
-}
-
-TEST(MetaFileTest, FrameIsInHundredthsOfAMillimetreFromThePictureFields)
-{
-    MetaFile surface;
-    surface.Left = 10;
-    surface.Top = 20;
-    surface.Width = 400;
-    surface.Height = 300;
-    surface.OpenMF();
-    surface.CloseMF();
-    EXPECT_EQ(surface.hMF()->header().frame, (Emf::RectL { 265, 529, 10848, 8467 }));
-}
-
+// Whole pictures, compared with tests/data/graph/metafile/<row name>.trace: the opening
+// records, what the calls recorded, and the closing restore and deletions.
 struct DrawingRow
 {
     const char* name;
     std::function<void(MetaFile&)> draw;
-    QStringList expected;
+    std::function<void(MetaFile&)> beforeOpening = [](MetaFile&) {};
+    Emf::ReferenceDevice reference = Emf::ReferenceDevice::Screen();
 };
 
 class RecordsOfDrawing : public testing::TestWithParam<DrawingRow>
 {
 };
 
-TEST_P(RecordsOfDrawing, AreTheExpectedOnes)
+TEST_P(RecordsOfDrawing, AreThoseOfTheGoldenTrace)
 {
     MetaFile surface;
-    surface.OpenMF();
+    GetParam().beforeOpening(surface);
+    surface.OpenMF(GetParam().reference);
     GetParam().draw(surface);
-    EXPECT_EQ(drawnRecords(surface), GetParam().expected);
+    surface.CloseMF();
+    EXPECT_TRUE(
+        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromLatin1(GetParam().name)),
+            Golden::Lines(trace(surface))));
 }
 
-const QString redPen = u"EXTCREATEPEN 1 style 0x12200 width 1 brush 0 colour 0x0000FF"_s;
-
 const DrawingRow drawingRows[] = {
+    // Miter limit 2, the state saved, the stock white brush, null pen and system font.
+    { "openingSelectsTheStockObjects", [](MetaFile&) {} },
+    // No pen is made: the line is drawn with the null pen.
     { "colourWhileThePenIsNullCreatesNothing",
         [](MetaFile& m) {
             m.PenColour(255);
             m.PenWidth(3);
             m.PenEndCap(0);
             m.LineMF(0, 0, 10, 10);
-        },
-        { u"MOVETOEX 0,0"_s, u"LINETO 10,10"_s } },
+        } },
+    // A geometric pen 1 wide in 0x0000FF with flat ends (style 0x12200).
     { "solidStyleAfterwardsCreatesAPenOfThatColour",
         [](MetaFile& m) {
             m.PenColour(255);
             m.PenStyle(0);
             m.LineMF(0, 0, 10, 10);
-        },
-        { u"SELECTOBJECT BLACK_PEN"_s, redPen, u"SELECTOBJECT 1"_s, u"MOVETOEX 0,0"_s,
-            u"LINETO 10,10"_s } },
+        } },
+    // Style 0x12100: square ends; width 4.
     { "penWidthAndEndCapGoIntoThePen",
         [](MetaFile& m) {
             m.PenStyle(0);
             m.PenWidth(4);
             m.PenEndCap(0x100);
             m.LineToMF(5, 5);
-        },
-        { u"SELECTOBJECT BLACK_PEN"_s,
-            u"EXTCREATEPEN 1 style 0x12100 width 4 brush 0 colour 0x000000"_s, u"SELECTOBJECT 1"_s,
-            u"LINETO 5,5"_s } },
+        } },
+    // The made pen is deleted and the stock null pen selected.
     { "nullStyleAgainTakesTheStockNullPen",
         [](MetaFile& m) {
             m.PenStyle(0);
@@ -119,19 +88,16 @@ const DrawingRow drawingRows[] = {
             m.LineToMF(5, 5);
             m.PenStyle(5);
             m.LineToMF(6, 6);
-        },
-        { u"SELECTOBJECT BLACK_PEN"_s, redPen, u"SELECTOBJECT 1"_s, u"LINETO 5,5"_s,
-            u"SELECTOBJECT BLACK_PEN"_s, u"DELETEOBJECT 1"_s, u"SELECTOBJECT NULL_PEN"_s,
-            u"LINETO 6,6"_s } },
+        } },
+    // Both circles with the stock null brush; the colour makes no brush while hollow.
     { "hollowBrushIsTheStockNullBrush",
         [](MetaFile& m) {
             m.BrushStyle(1);
             m.CircleMF(50, 50, 10);
             m.BrushColour(255);
             m.CircleMF(50, 50, 20);
-        },
-        { u"SELECTOBJECT WHITE_BRUSH"_s, u"SELECTOBJECT NULL_BRUSH"_s, u"ELLIPSE 40 40 60 60"_s,
-            u"ELLIPSE 30 30 70 70"_s } },
+        } },
+    // A solid green brush with hatch 8, then a hatched one (style 2, hatch 4).
     { "otherBrushesAreCreated",
         [](MetaFile& m) {
             m.BrushColour(0x00FF00);
@@ -139,11 +105,9 @@ const DrawingRow drawingRows[] = {
             m.BrushStyle(2);
             m.BrushHatch(4);
             m.CircleMF(50, 50, 10);
-        },
-        { u"SELECTOBJECT WHITE_BRUSH"_s, u"CREATEBRUSHINDIRECT 1 style 0 colour 0x00FF00 hatch 8"_s,
-            u"SELECTOBJECT 1"_s, u"ELLIPSE 40 40 60 60"_s, u"SELECTOBJECT WHITE_BRUSH"_s,
-            u"DELETEOBJECT 1"_s, u"CREATEBRUSHINDIRECT 1 style 2 colour 0x00FF00 hatch 4"_s,
-            u"SELECTOBJECT 1"_s, u"ELLIPSE 40 40 60 60"_s } },
+        } },
+    // Height -13 (10 points at 96 dots an inch), escapement and orientation 900, weight 700,
+    // italic, underline, character set 1, the face name.
     { "fontSettersFillTheLogicalFont",
         [](MetaFile& m) {
             m.FontName(u"Times New Roman"_s);
@@ -153,24 +117,19 @@ const DrawingRow drawingRows[] = {
             m.FontUnderline(true);
             m.FontOrientation(900);
             m.GetTextHeight(u"Sales"_s);
-        },
-        { u"SELECTOBJECT SYSTEM_FONT"_s,
-            u"EXTCREATEFONTINDIRECTW 1 height -13 escapement 900 orientation 900 weight 700 "
-            "italic 1 underline 1 charset 1 face Times New Roman"_s,
-            u"SELECTOBJECT 1"_s } },
+        } },
     { "pointTakesThePenColourWithoutMakingAPen",
         [](MetaFile& m) {
             m.PenColour(255);
             m.PlotPointMF(5, 6);
-        },
-        { u"SETPIXELV 5,6 colour 0x0000FF"_s } },
+        } },
+    // A four-point polygon 10,10 10,30 50,30 50,10 in a path, outlined and filled.
     { "rectangleIsAFourPointPolygonOutlinedAndFilled",
-        [](MetaFile& m) { m.RectMF(10, 10, 50, 30); },
-        { u"BEGINPATH"_s, u"POLYGON 10,10 10,30 50,30 50,10"_s, u"ENDPATH"_s,
-            u"STROKEANDFILLPATH"_s } },
+        [](MetaFile& m) { m.RectMF(10, 10, 50, 30); } },
+    // The fourth corner 20,0.
     { "parallelogramGetsItsFourthCorner",
-        [](MetaFile& m) { m.ParallelogramMF(0, 0, 10, 5, 30, 5); },
-        { u"BEGINPATH"_s, u"POLYGON 0,0 10,5 30,5 20,0"_s, u"ENDPATH"_s, u"STROKEANDFILLPATH"_s } },
+        [](MetaFile& m) { m.ParallelogramMF(0, 0, 10, 5, 30, 5); } },
+    // The region 5 6 300 200, taken as left, top, right and bottom.
     { "clearClipPathTakesTheFrameFieldsAsCorners",
         [](MetaFile& m) {
             m.Left = 5;
@@ -178,52 +137,52 @@ const DrawingRow drawingRows[] = {
             m.Width = 300;
             m.Height = 200;
             m.ClearClipPath();
-        },
-        { u"EXTSELECTCLIPRGN 5 5 6 300 200"_s } },
+        } },
     { "textInItsColourOnATransparentBackground",
         [](MetaFile& m) {
             m.FontColour(0x0000FF);
             m.PaintTextMF(u"Total"_s, 100, 50, 0, 0, 0);
+        } },
+    // The frame 265 529 10848 8467: the fields' pixels in hundredths of a millimetre.
+    { "frameIsInHundredthsOfAMillimetreFromThePictureFields", [](MetaFile&) {},
+        [](MetaFile& m) {
+            m.Left = 10;
+            m.Top = 20;
+            m.Width = 400;
+            m.Height = 300;
+        } },
+    // One pen and one brush for fifty bars.
+    { "manySameColouredShapesMakeOnePenAndOneBrush",
+        [](MetaFile& m) {
+            m.PenStyle(0);
+            m.PenWidth(2);
+            for (int bar = 0; bar < 50; ++bar) {
+                m.BrushColour(0x3366CC);
+                m.RectMF(bar * 8, 100, bar * 8 + 6, 300);
+            }
+        } },
+    // At 300 dots an inch the opening 12 points are height -50, and 7.5 points -31 (31.25).
+    { "fontHeightFollowsTheReferenceResolution",
+        [](MetaFile& m) {
+            m.FontName(u"Arial"_s);
+            m.GetTextWidth(u"x"_s);
+            m.FontSize(7.5);
+            m.GetTextWidth(u"x"_s);
         },
-        { u"SETTEXTCOLOR 0x0000FF"_s, u"SETBKMODE 1"_s, u"EXTTEXTOUTW 100,50 \"Total\""_s } },
+        [](MetaFile&) {}, Emf::ReferenceDevice { 2480, 3508, 210, 297, 300, 300 } },
 };
 
-INSTANTIATE_TEST_SUITE_P(MetaFileTest, RecordsOfDrawing, testing::ValuesIn(drawingRows),
-    [](const testing::TestParamInfo<DrawingRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    MetaFileTest, RecordsOfDrawing, testing::ValuesIn(drawingRows), TestRows::Named());
 
-TEST(MetaFileTest, ManySameColouredShapesMakeOnePenAndOneBrush)
+TEST(MetaFileTest, DescriptionIsTheMakersNameAndANull)
 {
     MetaFile surface;
     surface.OpenMF();
-    surface.PenStyle(0);
-    surface.PenWidth(2);
-    surface.BrushColour(0x3366CC);
-    for (int bar = 0; bar < 50; ++bar) {
-        surface.BrushColour(0x3366CC);
-        surface.RectMF(bar * 8, 100, bar * 8 + 6, 300);
-    }
     surface.CloseMF();
-    const QStringList lines = trace(surface);
-    EXPECT_EQ(lines.filter(u"EXTCREATEPEN"_s).size(), 1);
-    EXPECT_EQ(lines.filter(u"CREATEBRUSHINDIRECT"_s).size(), 1);
-    EXPECT_EQ(lines.filter(u"POLYGON"_s).size(), 50);
-}
-
-TEST(MetaFileTest, DefaultFontHeightFollowsTheReferenceResolution)
-{
-    const Emf::ReferenceDevice printer { 2480, 3508, 210, 297, 300, 300 };
-    MetaFile surface;
-    surface.OpenMF(printer);
-    surface.FontName(u"Arial"_s);
-    surface.GetTextWidth(u"x"_s);
-    surface.FontSize(7.5);
-    surface.GetTextWidth(u"x"_s);
-    surface.CloseMF();
-    const QStringList fonts = trace(surface).filter(u"EXTCREATEFONTINDIRECTW"_s);
-    ASSERT_EQ(fonts.size(), 2);
-    EXPECT_TRUE(fonts[0].contains(u"height -50 "_s)) << fonts[0].toStdString();
-    // 7.5 x 300 / 72 = 31.25
-    EXPECT_TRUE(fonts[1].contains(u"height -31 "_s)) << fonts[1].toStdString();
+    const Emf::PictureHeader& header = surface.hMF()->header();
+    EXPECT_EQ(header.description, u"Pellimore"_s + QChar(0));
+    EXPECT_EQ(header.description.size(), 10);
 }
 
 struct FontNameRow
@@ -261,8 +220,8 @@ const FontNameRow fontNameRows[] = {
     { "forty", 40, true },
 };
 
-INSTANTIATE_TEST_SUITE_P(MetaFileTest, FontNameLength, testing::ValuesIn(fontNameRows),
-    [](const testing::TestParamInfo<FontNameRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    MetaFileTest, FontNameLength, testing::ValuesIn(fontNameRows), TestRows::Named());
 
 TEST(MetaFileTest, PolygonOfMoreThanNineteenPointsIsRefusedWithErrorNine)
 {
@@ -301,11 +260,10 @@ TEST(MetaFileTest, PolygonKeepsTheCallersPath)
     surface.RectMF(10, 10, 20, 20);
     EXPECT_EQ(surface.hDC()->path(), before);
     surface.StrokePathMF();
-    EXPECT_EQ(drawnRecords(surface).mid(7),
-        (QStringList { u"BEGINPATH"_s, u"POLYGON 10,10 10,20 20,20 20,10"_s, u"ENDPATH"_s,
-            u"STROKEANDFILLPATH"_s, u"BEGINPATH"_s, u"MOVETOEX 0,0"_s, u"LINETO 100,0"_s,
-            u"POLYBEZIERTO 120,0 120,20 100,20"_s, u"CLOSEFIGURE"_s, u"MOVETOEX 50,50"_s,
-            u"LINETO 60,60"_s, u"ENDPATH"_s, u"STROKEPATH"_s }));
+    surface.CloseMF();
+    // The polygon in a path of its own, then the caller's path redrawn and stroked.
+    EXPECT_TRUE(Golden::Matches(
+        u"graph/metafile/polygonKeepsTheCallersPath.trace"_s, Golden::Lines(trace(surface))));
 }
 
 TEST(MetaFileTest, TextSizeIsThatOfTheAppliedFontInReferencePixels)
@@ -354,7 +312,8 @@ TEST_P(TextPlacement, StartsWhereTheAlignmentRuleSays)
     const QPointF start = row.start(width, height);
     const QString expected = u"EXTTEXTOUTW %1,%2 \"Sample text\""_s.arg(std::lrint(start.x()))
                                  .arg(std::lrint(start.y()));
-    EXPECT_EQ(drawnRecords(surface).filter(u"EXTTEXTOUTW"_s), QStringList { expected });
+    surface.CloseMF();
+    EXPECT_EQ(trace(surface).filter(u"EXTTEXTOUTW"_s), QStringList { expected });
 }
 
 const PlacementRow placementRows[] = {
@@ -383,8 +342,8 @@ const PlacementRow placementRows[] = {
         [](double w, double) { return QPointF(200, 100 - w / 2); } },
 };
 
-INSTANTIATE_TEST_SUITE_P(MetaFileTest, TextPlacement, testing::ValuesIn(placementRows),
-    [](const testing::TestParamInfo<PlacementRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    MetaFileTest, TextPlacement, testing::ValuesIn(placementRows), TestRows::Named());
 
 TEST(MetaFileTest, OpeningAgainDeletesTheEarlierPicture)
 {
@@ -453,11 +412,6 @@ TEST(MetaFileTest, PictureWithAFileNameIsAlsoWrittenThere)
 
 // Sectors -----------------------------------------------------------------------------------
 
-struct Segment
-{
-    std::vector<QPointF> points; // the start and the three points of each cubic, in order
-};
-
 // The outline of every path in the picture as sampled points, one list per path.
 std::vector<std::vector<QPointF>> sampledPaths(const Emf::Picture& picture)
 {
@@ -500,17 +454,8 @@ std::vector<std::vector<QPointF>> sampledPaths(const Emf::Picture& picture)
     return paths;
 }
 
-QStringList sectorRecords(std::int32_t startX, std::int32_t startY, std::int32_t endX,
-    std::int32_t endY, double elevation, MetaFile& surface)
-{
-    surface.OpenMF();
-    surface.PenStyle(0);
-    surface.BrushColour(0x2080E0);
-    surface.SectorMF(200, 200, startX, startY, endX, endY, elevation);
-    return drawnRecords(surface);
-}
-
-// Distance of a point from the ellipse of the flattened disc (120 wide radius).
+// Distance of a point from the rim of the disc of radius 120 about (200, 200), flattened and
+// moved down by `dropped`.
 double offEllipse(QPointF point, double flattening, double dropped)
 {
     const double dx = (point.x() - 200) / 120;
@@ -518,96 +463,86 @@ double offEllipse(QPointF point, double flattening, double dropped)
     return std::abs(std::hypot(dx, dy) - 1) * 120 * flattening;
 }
 
-TEST(MetaFileTest, FlatSectorIsOnePathFromTheCentreAlongTheCircle)
+struct SectorRow
 {
-    MetaFile surface;
-    const QStringList records = sectorRecords(320, 200, 200, 80, 0, surface);
-    EXPECT_EQ(records.filter(u"STROKEANDFILLPATH"_s).size(), 1);
-    EXPECT_EQ(records.filter(u"CREATEBRUSHINDIRECT"_s).size(), 1);
-    ASSERT_GE(records.size(), 3);
-    EXPECT_EQ(records.filter(u"MOVETOEX"_s), QStringList { u"MOVETOEX 200,200"_s });
-    EXPECT_EQ(records.filter(u"LINETO"_s), QStringList { u"LINETO 320,200"_s });
-    const QStringList curves = records.filter(u"POLYBEZIERTO"_s);
-    ASSERT_FALSE(curves.isEmpty());
-    EXPECT_TRUE(curves.last().endsWith(u" 200,80"_s)) << curves.last().toStdString();
+    const char* name;
+    QPoint start;
+    QPoint end;
+    double elevation;
+    std::size_t paths; // the wall, when it is seen, and the top
+};
 
-    const auto paths = sampledPaths(*surface.hMF());
-    ASSERT_EQ(paths.size(), 1u);
-    // The arc part of the outline (after the centre and the start point) stays on the circle.
-    for (std::size_t index = 2; index < paths[0].size(); ++index)
-        EXPECT_LT(offEllipse(paths[0][index], 1, 0), 1.0) << index;
+QPoint onCircle(double degrees)
+{
+    const double angle = degrees * std::numbers::pi / 180;
+    return { int(std::lrint(200 + 120 * std::cos(angle))),
+        int(std::lrint(200 - 120 * std::sin(angle))) };
 }
 
-TEST(MetaFileTest, TiltedSectorReachingTheLowerHalfGetsADarkerRimFirst)
-{
-    MetaFile surface;
-    const QStringList records = sectorRecords(320, 200, 200, 320, 45, surface);
-    const std::int32_t shaded = Frame::ShadeColour(0x2080E0, -40);
-    const QStringList brushes = records.filter(u"CREATEBRUSHINDIRECT"_s);
-    ASSERT_EQ(brushes.size(), 2);
-    const QString shadedText = u"colour 0x"_s + u"%1"_s.arg(shaded, 6, 16, QChar(u'0')).toUpper();
-    EXPECT_TRUE(brushes[0].contains(shadedText)) << brushes[0].toStdString();
-    EXPECT_TRUE(brushes[1].contains(u"colour 0x2080E0"_s)) << brushes[1].toStdString();
-    EXPECT_EQ(records.filter(u"STROKEANDFILLPATH"_s).size(), 2);
+// Sectors about (200, 200) with a pen and a blue brush, compared with
+// tests/data/graph/metafile/<row name>.trace.
+const SectorRow sectorRows[] = {
+    // One path: the centre, a line to 320,200, and arcs ending at 200,80.
+    { "flatSectorIsOnePathFromTheCentreAlongTheCircle", { 320, 200 }, { 200, 80 }, 0, 1 },
+    // The rim first in the brush darkened by 40, from nine o'clock round to six on the disc,
+    // down 42 and back; then the top face: the centre, 320,200, and the flattened arc to the
+    // moved end point 200,285.
+    { "tiltedSectorReachingTheLowerHalfGetsADarkerRimFirst", { 320, 200 }, { 200, 320 }, 45, 2 },
+    { "tiltedSectorInTheUpperHalfHasNoRim", { 320, 200 }, { 80, 200 }, 45, 1 },
+    // From 200 to 190 degrees: the rim's path has two parts, either side of three o'clock.
+    { "sectorGoingRoundPastThreeOClockHasTwoRimParts", onCircle(200), onCircle(190), 45, 2 },
+    // A path from 320,200 all the way round, with no line from the centre.
+    { "sectorWhoseStartIsItsEndIsTheWholeEllipse", { 320, 200 }, { 320, 200 }, 0, 1 },
+};
 
-    const double flattening = std::cos(std::numbers::pi / 4);
-    const auto paths = sampledPaths(*surface.hMF());
-    ASSERT_EQ(paths.size(), 2u);
-    // The rim: from nine o'clock round to six o'clock on the disc, down 42, and back.
-    const std::vector<QPointF>& rim = paths[0];
-    EXPECT_EQ(rim.front(), QPointF(80, 200));
-    double lowest = 0;
-    for (const QPointF& point : rim)
-        lowest = std::max(lowest, point.y());
-    EXPECT_NEAR(lowest, 200 + 120 * flattening + 42, 1.0);
-    // The top face: centre, start, then the flattened arc to the moved end point.
-    const std::vector<QPointF>& top = paths[1];
-    EXPECT_EQ(top[0], QPointF(200, 200));
-    EXPECT_EQ(top[1], QPointF(320, 200));
-    EXPECT_EQ(top.back(), QPointF(200, std::lrint(200 + 120 * flattening)));
-    for (std::size_t index = 2; index < top.size(); ++index)
-        EXPECT_LT(offEllipse(top[index], flattening, 0), 1.0) << index;
+class Sectors : public testing::TestWithParam<SectorRow>
+{
+protected:
+    const Emf::Picture& draw()
+    {
+        const SectorRow& row = GetParam();
+        m_surface.OpenMF();
+        m_surface.PenStyle(0);
+        m_surface.BrushColour(0x2080E0);
+        m_surface.SectorMF(
+            200, 200, row.start.x(), row.start.y(), row.end.x(), row.end.y(), row.elevation);
+        m_surface.CloseMF();
+        return *m_surface.hMF();
+    }
+
+    MetaFile m_surface;
+};
+
+TEST_P(Sectors, AreThoseOfTheGoldenTrace)
+{
+    draw();
+    EXPECT_TRUE(
+        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromLatin1(GetParam().name)),
+            Golden::Lines(trace(m_surface))));
 }
 
-TEST(MetaFileTest, TiltedSectorInTheUpperHalfHasNoRim)
+// Every point of every outline but the centre lies on the rim of the flattened disc or, for
+// the wall, on that rim moved down by the wall's height.
+TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
 {
-    MetaFile surface;
-    const QStringList records = sectorRecords(320, 200, 80, 200, 45, surface);
-    EXPECT_EQ(records.filter(u"STROKEANDFILLPATH"_s).size(), 1);
-    EXPECT_EQ(records.filter(u"CREATEBRUSHINDIRECT"_s).size(), 1);
+    const double elevation = GetParam().elevation * std::numbers::pi / 180;
+    const double flattening = std::cos(elevation);
+    const double wall = std::lrint(60 * std::sin(elevation));
+    const auto paths = sampledPaths(draw());
+    ASSERT_EQ(paths.size(), GetParam().paths);
+    for (const std::vector<QPointF>& path : paths) {
+        for (std::size_t index = 0; index < path.size(); ++index) {
+            if (path[index] == QPointF(200, 200))
+                continue;
+            EXPECT_LT(std::min(offEllipse(path[index], flattening, 0),
+                          offEllipse(path[index], flattening, wall)),
+                1.0)
+                << index << " at " << path[index].x() << "," << path[index].y();
+        }
+    }
 }
 
-TEST(MetaFileTest, SectorGoingRoundPastThreeOClockHasTwoRimParts)
-{
-    // From 200 degrees to 190 degrees: most of the pie, with the lower half on both sides of
-    // three o'clock.
-    const double from = 200 * std::numbers::pi / 180;
-    const double to = 190 * std::numbers::pi / 180;
-    MetaFile surface;
-    const QStringList records = sectorRecords(std::lrint(200 + 120 * std::cos(from)),
-        std::lrint(200 - 120 * std::sin(from)), std::lrint(200 + 120 * std::cos(to)),
-        std::lrint(200 - 120 * std::sin(to)), 45, surface);
-    const auto paths = sampledPaths(*surface.hMF());
-    ASSERT_EQ(paths.size(), 2u);
-    const qsizetype firstEnd = records.indexOf(u"STROKEANDFILLPATH"_s);
-    EXPECT_EQ(records.mid(0, firstEnd).filter(u"MOVETOEX"_s).size(), 2);
-}
-
-TEST(MetaFileTest, SectorWhoseStartIsItsEndIsTheWholeEllipse)
-{
-    MetaFile surface;
-    const QStringList records = sectorRecords(320, 200, 320, 200, 0, surface);
-    EXPECT_EQ(records.filter(u"MOVETOEX"_s), QStringList { u"MOVETOEX 320,200"_s });
-    EXPECT_TRUE(records.filter(u"LINETO"_s).isEmpty());
-    const auto paths = sampledPaths(*surface.hMF());
-    ASSERT_EQ(paths.size(), 1u);
-    for (const QPointF& point : paths[0])
-        EXPECT_LT(offEllipse(point, 1, 0), 1.0);
-    // All the way round: the far side of the circle is on the outline.
-    const auto leftmost = std::min_element(
-        paths[0].begin(), paths[0].end(), [](QPointF a, QPointF b) { return a.x() < b.x(); });
-    EXPECT_NEAR(leftmost->x(), 80, 1.0);
-}
+INSTANTIATE_TEST_SUITE_P(MetaFileTest, Sectors, testing::ValuesIn(sectorRows), TestRows::Named());
 
 TEST(MetaFileTest, TiltedPiePlaysBackWithTopAndRimColours)
 {

@@ -1,5 +1,8 @@
 #include "sheet/SheetFile.h"
 
+#include "GoldenFile.h"
+#include "TableRows.h"
+#include "frame/FrameSettings.h"
 #include "graph/Graph.h"
 #include "platform/io/SaveFaults.h"
 #include "sheet/CellReferences.h"
@@ -26,12 +29,6 @@ public:
     Bytes& tag(qint32 tag) { return raw(tag); }
     Bytes& int16(qint32 tag, qint16 value) { return raw(tag).raw<qint16>(2).raw(value); }
     Bytes& int32(qint32 tag, qint32 value) { return raw(tag).raw<qint16>(3).raw(value); }
-    Bytes& single(qint32 tag, float value)
-    {
-        quint32 bits;
-        std::memcpy(&bits, &value, 4);
-        return raw(tag).raw<qint16>(4).raw(bits);
-    }
     Bytes& real(qint32 tag, double value)
     {
         quint64 bits;
@@ -54,7 +51,7 @@ public:
     }
     Bytes& cell(qint16 row, qint16 column) { return raw<qint32>(2).raw(row).raw(column); }
     // The head of a graph block in slot 1 over rows 1-2, categories in A and data in B,
-    // saying that `length` bytes of graph text follow. The golden test spells the fields out.
+    // saying that `length` bytes of graph text follow.
     Bytes& graphBlockHead(qint32 length)
     {
         int32(13, 1);
@@ -69,13 +66,6 @@ public:
             .raw<qint16>(0)
             .raw<qint32>(0)
             .raw<qint32>(length);
-    }
-    Bytes& references(qint32 tag, const QList<CellRef>& list)
-    {
-        int32(tag, qint32(list.size()));
-        for (const CellRef& element : list)
-            raw(element.Kind).raw(element.Row).raw(element.Column);
-        return *this;
     }
     template <typename T> Bytes& raw(T value)
     {
@@ -105,157 +95,67 @@ private:
     QByteArray m_bytes;
 };
 
-class SheetFiles : public SheetTest
+void Put(Sheet& target, const char* name, const QString& text)
 {
-protected:
-    // A sheet with something of everything the file keeps.
-    void fillRichSheet(Sheet& target)
-    {
-        auto put = [&](const char* cell, const QString& text) {
-            const CellAddress address = at(cell);
-            EnterCell(target, address.Row, address.Column, text);
-        };
-        put("A1", u"Day"_s);
-        put("B1", u"Rain"_s);
-        put("A2", u"12/3/2004"_s);
-        put("B2", u"12.5"_s);
-        put("B3", u"50%"_s);
-        put("B4", u"£3"_s);
-        put("C2", u"=B2*2"_s);
-        put("C3", u"=sum(B2:B4)"_s);
-        put("D5", u"x"_s);
-        SheetFont font;
-        font.Name = u"Liberation Serif"_s;
-        font.Size = 12.5;
-        font.Bold = true;
-        font.Underline = true;
-        target.setFont(font);
-        target.setBackgroundColour(0xEEDDCC);
-        target.setNumberFormat(u"0.0"_s);
-        target.setColumnWidth(2, 2400);
-        CellDisplay& styled = target.display(1, 2);
-        styled.BackColour = 1;
-        styled.ForeColour = 0x0000FF;
-        styled.Bold = false;
-        styled.Italic = true;
-        styled.FontName = u"Liberation Mono"_s;
-        styled.FontSize = 9.5f;
-        styled.Strikethrough = true;
-        styled.Underline = false;
-        styled.Alignment = AlignCentreCentre;
-        target.record(2, 2).Locked = true;
-        target.record(3, 3).NumberFormat = u"Fixed"_s;
-        target.showNumber(3, 3);
-        GraphSlot& graph = target.graphSlot(2);
-        graph.InUse = true;
-        graph.Bounds = { 2000, 2000, 7000, 7000 };
-        graph.Categories = { 1, 1, 4, 1 };
-        graph.Data = { 1, 2, 4, 2 };
-        graph.FirstRowLabels = true;
-        graph.NumberOfGroups = 5;
-        graph.Graph = std::make_shared<Ormsey::Graph>();
-        graph.Graph->GraphTitle(u"Rain"_s);
-        graph.Graph->Data(0, 0, u"Mon"_s);
-        graph.Graph->Data(0, 1, u"4"_s);
-        for (int row = 1; row <= 4; ++row) {
-            AddDependent(target, { 0, 0 }, { row, 1 }, 2);
-            AddDependent(target, { 0, 0 }, { row, 2 }, 2);
-        }
+    const CellAddress cell = CellFromName(QString::fromLatin1(name)).value();
+    EnterCell(target, cell.Row, cell.Column, text);
+}
+
+// A sheet with something of everything the file keeps.
+void FillRichSheet(Sheet& target)
+{
+    Put(target, "A1", u"Day"_s);
+    Put(target, "B1", u"Rain"_s);
+    Put(target, "A2", u"12/3/2004"_s);
+    Put(target, "B2", u"12.5"_s);
+    Put(target, "B3", u"50%"_s);
+    Put(target, "B4", u"£3"_s);
+    Put(target, "C2", u"=B2*2"_s);
+    Put(target, "C3", u"=sum(B2:B4)"_s);
+    Put(target, "D5", u"x"_s);
+    SheetFont font;
+    font.Name = u"Liberation Serif"_s;
+    font.Size = 12.5;
+    font.Bold = true;
+    font.Underline = true;
+    target.setFont(font);
+    target.setBackgroundColour(0xEEDDCC);
+    target.setNumberFormat(u"0.0"_s);
+    target.setColumnWidth(2, 2400);
+    CellDisplay& styled = target.display(1, 2);
+    styled.BackColour = 1;
+    styled.ForeColour = 0x0000FF;
+    styled.Bold = false;
+    styled.Italic = true;
+    styled.FontName = u"Liberation Mono"_s;
+    styled.FontSize = 9.5f;
+    styled.Strikethrough = true;
+    styled.Underline = false;
+    styled.Alignment = AlignCentreCentre;
+    target.record(2, 2).Locked = true;
+    target.record(3, 3).NumberFormat = u"Fixed"_s;
+    target.showNumber(3, 3);
+    GraphSlot& graph = target.graphSlot(2);
+    graph.InUse = true;
+    graph.Bounds = { 2000, 2000, 7000, 7000 };
+    graph.Categories = { 1, 1, 4, 1 };
+    graph.Data = { 1, 2, 4, 2 };
+    graph.FirstRowLabels = true;
+    graph.NumberOfGroups = 5;
+    graph.Graph = std::make_shared<Ormsey::Graph>();
+    graph.Graph->GraphTitle(u"Rain"_s);
+    graph.Graph->Data(0, 0, u"Mon"_s);
+    graph.Graph->Data(0, 1, u"4"_s);
+    for (int row = 1; row <= 4; ++row) {
+        AddDependent(target, { 0, 0 }, { row, 1 }, 2);
+        AddDependent(target, { 0, 0 }, { row, 2 }, 2);
     }
-
-    QTemporaryDir folder;
-};
-
-TEST_F(SheetFiles, NewSheetWritesOneCellAndSixWidths)
-{
-    EXPECT_EQ(SheetFileBytes(sheet), Bytes().header().cell(1, 1).bytes());
 }
 
-TEST_F(SheetFiles, SmallSheetMatchesTheFormatRecordByRecord)
+// A graph in slot 3 counting its categories in 7 groups.
+void FillGraphBlock(Sheet& target)
 {
-    enter("A1", u"Rain"_s);
-    enter("A2", u"12.5"_s);
-    enter("B2", u"=A2*2"_s);
-    enter("B1", u"50%"_s);
-    sheet.record(1, 1).Locked = true;
-    const QByteArray expected = Bytes()
-                                    .header(2, 2)
-                                    .cell(1, 1)
-                                    .text(101, "Rain")
-                                    .int16(110, 1)
-                                    .int32(200, 1)
-                                    .boolean(206, true)
-                                    .cell(1, 2)
-                                    .text(101, "50%")
-                                    .int16(110, 7)
-                                    .int32(200, 2)
-                                    .real(201, 0.5)
-                                    .text(205, "#0.##%")
-                                    .cell(2, 1)
-                                    .text(101, "12.5")
-                                    .int16(110, 7)
-                                    .int32(200, 2)
-                                    .real(201, 12.5)
-                                    .references(204, { { 0, 2, 2 } })
-                                    .cell(2, 2)
-                                    .text(101, "25")
-                                    .int16(110, 7)
-                                    .int32(200, 3)
-                                    .real(201, 25)
-                                    .text(202, "=A2*2")
-                                    .references(203, { { 1, 2, 1 } })
-                                    .bytes();
-    EXPECT_EQ(SheetFileBytes(sheet), expected);
-}
-
-TEST_F(SheetFiles, CellDisplayRecordsInTheirOrder)
-{
-    CellDisplay& display = sheet.display(1, 1);
-    display.Text = u"é"_s;
-    display.BackColour = 5;
-    display.Bold = true;
-    display.Italic = true;
-    display.FontName = u"Courier"_s;
-    display.FontSize = 8.5f;
-    display.Strikethrough = true;
-    display.Underline = true;
-    display.ForeColour = 0x00FF00;
-    display.Alignment = AlignCentreCentre;
-    sheet.record(1, 1).NumberFormat = u"0.0"_s;
-    const QByteArray expected = Bytes()
-                                    .header()
-                                    .cell(1, 1)
-                                    .text(101, "\xC3\xA9")
-                                    .int32(102, 5)
-                                    .boolean(104, true)
-                                    .boolean(105, true)
-                                    .text(106, "Courier")
-                                    .single(107, 8.5f)
-                                    .boolean(108, true)
-                                    .boolean(109, true)
-                                    .int32(103, 0x00FF00)
-                                    .int16(110, 4)
-                                    .text(205, "0.0")
-                                    .bytes();
-    EXPECT_EQ(SheetFileBytes(sheet), expected);
-}
-
-TEST_F(SheetFiles, CellFontEqualToTheSheetFontWritesNothing)
-{
-    CellDisplay& display = sheet.display(1, 1);
-    display.Bold = false;
-    display.Italic = false;
-    display.FontName = u"Arial"_s;
-    display.FontSize = 10.0f;
-    display.Strikethrough = false;
-    display.Underline = false;
-    display.ForeColour = Black;
-    EXPECT_EQ(SheetFileBytes(sheet), Bytes().header().cell(1, 1).bytes());
-}
-
-TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
-{
-    GraphSlot& graph = sheet.graphSlot(3);
+    GraphSlot& graph = target.graphSlot(3);
     graph.InUse = true;
     graph.Bounds = { 10, 20, 30, 40 };
     graph.Categories = { 2, 1, 9, 1 };
@@ -266,34 +166,100 @@ TEST_F(SheetFiles, GraphBlockCarriesTheGraphBytes)
     graph.Graph->GraphTitle(u"Rain"_s);
     graph.Graph->Data(0, 0, u"Mon"_s);
     graph.Graph->Data(0, 1, u"4"_s);
-    // The block carries exactly the graph file's text, as the graph writes it.
-    const QByteArray text = graph.Graph->GraphDataBytes();
-    ASSERT_TRUE(text.contains("GraphTitle = Rain\r\n"));
-    ASSERT_TRUE(text.contains("Row1 = \"Mon\",\"4\""));
-    const QByteArray expected = Bytes()
-                                    .header()
-                                    .int32(13, 3)
-                                    .raw<qint32>(10)
-                                    .raw<qint32>(20)
-                                    .raw<qint32>(30)
-                                    .raw<qint32>(40)
-                                    .raw<qint16>(2)
-                                    .raw<qint16>(9)
-                                    .raw<qint32>(2)
-                                    .raw<qint16>(1)
-                                    .raw<qint16>(4)
-                                    .raw<qint16>(0)
-                                    .raw<qint16>(-1)
-                                    .raw<qint32>(7)
-                                    .raw<qint32>(static_cast<qint32>(text.size()))
-                                    .append(text)
-                                    .cell(1, 1)
-                                    .bytes();
-    EXPECT_EQ(SheetFileBytes(sheet), expected);
+}
 
-    // Read back, the block is a graph again, with its title and cells.
+class SheetFiles : public SheetTest
+{
+protected:
+    QTemporaryDir folder;
+};
+
+// Written files, compared whole with tests/data/sheet/<golden>, then read back and written
+// again unchanged.
+struct WrittenRow
+{
+    const char* name;
+    const char* golden;
+    std::function<void(Sheet&)> fill;
+};
+
+using TestRows::PrintTo;
+
+class WrittenFiles : public SheetTest, public testing::WithParamInterface<WrittenRow>
+{
+protected:
+    // Embedded graphs take their default colours from the colour table.
+    void SetUp() override
+    {
+        Frame::Settings().ColourTable = { { u"RED"_s, 255 }, { u"LIGHT BLUE"_s, 0xFFC080 } };
+    }
+    void TearDown() override { Frame::Settings() = {}; }
+};
+
+TEST_P(WrittenFiles, AreTheGoldenBytesAndReadBackToThem)
+{
+    GetParam().fill(sheet);
+    const QByteArray bytes = SheetFileBytes(sheet);
+    EXPECT_TRUE(Golden::Matches(u"sheet/"_s + QString::fromLatin1(GetParam().golden), bytes));
     Sheet back;
-    ASSERT_TRUE(ReadSheet(expected, back).isComplete());
+    ASSERT_TRUE(ReadSheet(bytes, back).isComplete());
+    EXPECT_EQ(SheetFileBytes(back), bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, WrittenFiles,
+    testing::Values(
+        // Version 310, white, Arial 10 plain, used area 1 by 1, six widths of 1200 twips,
+        // and the one cell (1, 1) with no records.
+        WrittenRow { "newSheetWritesOneCellAndSixWidths", "newSheet.qnc", [](Sheet&) {} },
+        // The same bytes: no 104-109 or 103 records.
+        WrittenRow { "cellFontEqualToTheSheetFontWritesNothing", "newSheet.qnc",
+            [](Sheet& target) {
+                CellDisplay& display = target.display(1, 1);
+                display.Bold = false;
+                display.Italic = false;
+                display.FontName = u"Arial"_s;
+                display.FontSize = 10.0f;
+                display.Strikethrough = false;
+                display.Underline = false;
+                display.ForeColour = Black;
+            } },
+        // A1 text, locked; B1 50% (0.5, "#0.##%"); A2 12.5 with its dependent B2; B2 the
+        // formula =A2*2 (25) with the precedent A2.
+        WrittenRow { "smallSheetMatchesTheFormatRecordByRecord", "smallSheet.qnc",
+            [](Sheet& target) {
+                Put(target, "A1", u"Rain"_s);
+                Put(target, "A2", u"12.5"_s);
+                Put(target, "B2", u"=A2*2"_s);
+                Put(target, "B1", u"50%"_s);
+                target.record(1, 1).Locked = true;
+            } },
+        // Records 101, 102, 104-109, 103, 110, 205 in that order; "é" in UTF-8.
+        WrittenRow { "cellDisplayRecordsInTheirOrder", "cellDisplay.qnc",
+            [](Sheet& target) {
+                CellDisplay& display = target.display(1, 1);
+                display.Text = u"é"_s;
+                display.BackColour = 5;
+                display.Bold = true;
+                display.Italic = true;
+                display.FontName = u"Courier"_s;
+                display.FontSize = 8.5f;
+                display.Strikethrough = true;
+                display.Underline = true;
+                display.ForeColour = 0x00FF00;
+                display.Alignment = AlignCentreCentre;
+                target.record(1, 1).NumberFormat = u"0.0"_s;
+            } },
+        // Tag 13 with slot 3, bounds 10 20 30 40, rows 2 and 9, the skipped 2, columns 1 and 4,
+        // no first-row labels, counting on, 7 groups, then the graph's own file.
+        WrittenRow { "graphBlockCarriesTheGraphBytes", "graphBlock.qnc", FillGraphBlock },
+        WrittenRow { "richSheet", "richSheet.qnc", FillRichSheet }),
+    TestRows::Named());
+
+TEST_F(SheetFiles, GraphBlockReadsBackAsAGraph)
+{
+    FillGraphBlock(sheet);
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
     const GraphSlot& read = back.graphSlot(3);
     ASSERT_TRUE(read.Graph);
     EXPECT_EQ(read.Graph->GraphTitle(), u"Rain"_s);
@@ -340,20 +306,11 @@ TEST_F(SheetFiles, LastCellZ256WritesEveryCell)
     EXPECT_EQ(back.usedColumns(), 26);
 }
 
-TEST_F(SheetFiles, RichSheetReadsBackToTheSameBytes)
-{
-    fillRichSheet(sheet);
-    const QByteArray bytes = SheetFileBytes(sheet);
-    Sheet back;
-    ASSERT_TRUE(ReadSheet(bytes, back).isComplete());
-    EXPECT_EQ(SheetFileBytes(back), bytes);
-}
-
-// With the records checked one by one above, the same bytes mean the same sheet; what the
-// file does not hold must still come back.
+// With the bytes checked against the golden file, the same bytes mean the same sheet; what
+// the file does not hold must still come back.
 TEST_F(SheetFiles, RichSheetReadsBackToTheSameModel)
 {
-    fillRichSheet(sheet);
+    FillRichSheet(sheet);
     Sheet back;
     ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
     EXPECT_EQ(back.font(), sheet.font());
@@ -385,7 +342,7 @@ TEST_F(SheetFiles, WidthsAreReadInOrderFromColumnOne)
 
 TEST_F(SheetFiles, GraphRangesAfterLoadingAreOneColumnEach)
 {
-    fillRichSheet(sheet);
+    FillRichSheet(sheet);
     sheet.graphSlot(2).Data = { 1, 2, 4, 3 }; // wider than a graph ever makes it
     Sheet back;
     ASSERT_TRUE(ReadSheet(SheetFileBytes(sheet), back).isComplete());
@@ -503,11 +460,6 @@ struct DamageRow
     QString reason;
 };
 
-void PrintTo(const DamageRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
 class DamagedFiles : public SheetTest, public testing::WithParamInterface<DamageRow>
 {
 };
@@ -567,7 +519,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, DamagedFiles,
 
 TEST_F(SheetFiles, EveryTruncationStopsCleanlyAndKeepsEarlierCells)
 {
-    fillRichSheet(sheet);
+    FillRichSheet(sheet);
     const QByteArray bytes = SheetFileBytes(sheet);
     // Where row 2 starts: the cells of row 1 are complete in every longer prefix.
     const qsizetype rowTwo = bytes.indexOf(Bytes().cell(2, 1).bytes());
@@ -589,7 +541,7 @@ TEST_F(SheetFiles, EveryTruncationStopsCleanlyAndKeepsEarlierCells)
 
 TEST_F(SheetFiles, SavedFileLoadsWithItsNameAndUnchanged)
 {
-    fillRichSheet(sheet);
+    FillRichSheet(sheet);
     const QString path = folder.filePath(u"Weather.qnc"_s);
     EXPECT_TRUE(SaveSheetFile(sheet, path).isEmpty());
     EXPECT_EQ(sheet.fileName(), path);
@@ -658,7 +610,7 @@ TEST_F(SheetFiles, FailedSaveKeepsThePreviousFile)
 
 TEST_F(SheetFiles, ProgressRunsUpToOneHundred)
 {
-    fillRichSheet(sheet);
+    FillRichSheet(sheet);
     QList<int> saving;
     const QString path = folder.filePath(u"progress.qnc"_s);
     ASSERT_TRUE(SaveSheetFile(sheet, path, [&](int percent) { saving.append(percent); }).isEmpty());
