@@ -2,6 +2,7 @@
 
 #include "frame/Helpers.h"
 #include "sheet/Sheet.h"
+#include "sheet/ui/CellDelegate.h"
 #include "sheet/ui/FillHandle.h"
 #include "sheet/ui/SheetGridModel.h"
 
@@ -37,6 +38,7 @@ SheetGrid::SheetGrid(SheetGridModel* model, QWidget* parent)
     setObjectName(u"DataGrid"_s);
     setAccessibleName(u"Sheet"_s);
     setModel(model);
+    setItemDelegate(new CellDelegate(this));
     // The selection is the sheet's own (current cell and end); the view only shows it.
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);

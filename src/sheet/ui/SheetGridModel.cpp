@@ -75,10 +75,17 @@ QVariant SheetGridModel::data(const QModelIndex& index, int role) const
         return display.Text;
     case Qt::EditRole:
         return m_document.EditText(cell);
+    // Cells without a font or colour of their own show the grid's, which are the sheet's; a
+    // screen of cells is drawn many times faster without a font made for each.
     case Qt::FontRole:
+        if (!display.FontName && !display.FontSize && !display.Bold && !display.Italic
+            && !display.Underline && !display.Strikethrough)
+            return {};
         return CellFont(cell);
     case Qt::ForegroundRole:
-        return QBrush(Frame::ColourFromValue(display.ForeColour.value_or(sheet.foreColour())));
+        if (!display.ForeColour)
+            return {};
+        return QBrush(Frame::ColourFromValue(*display.ForeColour));
     case Qt::BackgroundRole:
         if (display.BackColour == 0)
             return {};

@@ -57,6 +57,7 @@ frmCopyCell::frmCopyCell(frmTillane* owner, CellAddress source)
     cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setAccessibleName(cmdOK->text());
     cmdOK->setEnabled(false);
+    cmdOK->setDefault(true);
     cmdCancel = new QPushButton(GetResString(cancelText));
     cmdCancel->setObjectName(u"cmdCancel"_s);
     cmdCancel->setAccessibleName(cmdCancel->text());

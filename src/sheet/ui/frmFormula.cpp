@@ -58,6 +58,7 @@ frmFormula::frmFormula(frmTillane* owner, CellAddress cell, const QString& formu
         cmdFunction[index] = new QPushButton(functions[index]);
         cmdFunction[index]->setObjectName(u"cmdFunction%1"_s.arg(index));
         cmdFunction[index]->setAccessibleName(functions[index]);
+        cmdFunction[index]->setAutoDefault(false);
         buttons->addWidget(cmdFunction[index], 0, index * 2, 1, 2);
         connect(
             cmdFunction[index], &QPushButton::clicked, this, [this, function = functions[index]] {
@@ -71,6 +72,7 @@ frmFormula::frmFormula(frmTillane* owner, CellAddress cell, const QString& formu
         cmdOperand[index] = new QPushButton(operators[index]);
         cmdOperand[index]->setObjectName(u"cmdOperand%1"_s.arg(index));
         cmdOperand[index]->setAccessibleName(operators[index]);
+        cmdOperand[index]->setAutoDefault(false);
         buttons->addWidget(cmdOperand[index], 1, index);
         connect(cmdOperand[index], &QPushButton::clicked, this, [this, text = operators[index]] {
             InsertText(text);
@@ -90,6 +92,7 @@ frmFormula::frmFormula(frmTillane* owner, CellAddress cell, const QString& formu
     cmdCancel = new QPushButton(GetResString(cancelText));
     cmdCancel->setObjectName(u"cmdCancel"_s);
     cmdCancel->setAccessibleName(cmdCancel->text());
+    cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmFormula::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::close);
     auto* okCancel = new QHBoxLayout;

@@ -48,6 +48,8 @@ constexpr int numberFormatImage = 18;
 constexpr int createFormulaImage = 19;
 // Not among the frame's shared images: the resource itself.
 constexpr int copyCellResource = 143;
+// Milliseconds between two drawings of the status during a load or save.
+constexpr int progressInterval = 100;
 
 QFont QtFont(const SheetFont& font)
 {
@@ -323,6 +325,9 @@ void frmTillane::Refresh()
         palette.setColor(QPalette::Text, text);
         DataGrid->setPalette(palette);
     }
+    const QFont font = QtFont(sheet.font());
+    if (DataGrid->font() != font)
+        DataGrid->setFont(font);
     DataGrid->ApplySizes(sheet);
     GridModel->Refresh();
     if (m_editing)
@@ -341,15 +346,18 @@ void frmTillane::showProgress(const QString& status, int percent)
     if (percent < 0) {
         lblStatus->clear();
         ProgressBar->hide();
+        m_progressDrawn.invalidate();
         return;
     }
     if (lblStatus->text() != status)
         lblStatus->setText(status);
     ProgressBar->show();
-    if (ProgressBar->value() != percent) {
-        ProgressBar->setValue(percent);
-        // The work runs without returning to the event loop; the status is drawn at once.
+    ProgressBar->setValue(percent);
+    // The work runs without returning to the event loop, so the status is drawn at once; but
+    // only now and then, since drawing it for every step would take longer than most loads.
+    if (!m_progressDrawn.isValid() || m_progressDrawn.elapsed() >= progressInterval) {
         statusBar()->repaint();
+        m_progressDrawn.start();
     }
 }
 
@@ -652,6 +660,8 @@ void frmTillane::TakeFormula(CellAddress cell, const QString& formula)
     if (!CommitEdits())
         return;
     DataGrid->SetCurrentCell(cell);
+    // The builder had the keyboard; the typing goes on in the sheet.
+    activateWindow();
     OpenEditBox(formula);
 }
 

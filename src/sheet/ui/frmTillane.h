@@ -4,6 +4,7 @@
 #include "sheet/CellRef.h"
 #include "sheet/SheetDocument.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QMainWindow>
 #include <QPointer>
@@ -168,6 +169,7 @@ private:
     bool m_pointMode = false;
     QPointer<frmFormula> m_formula;
     QPointer<frmCopyCell> m_copyCell;
+    QElapsedTimer m_progressDrawn; // invalid while no load or save runs
 };
 
 } // namespace Tillane
