@@ -304,6 +304,8 @@ void frmTillane::setDialogButton(int id, bool down)
 
 void frmTillane::setFileName(const QString& fileName)
 {
+    // A pupil starts typing at once: the keys, and the menus' keys, go to this sheet.
+    activateWindow();
     DataGrid->setFocus();
     if (!fileName.isEmpty())
         m_document->Open(fileName);

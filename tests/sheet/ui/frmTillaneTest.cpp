@@ -363,6 +363,16 @@ TEST_F(SheetWindowTest, FillHandleCopiesAFormulaDownFiveRows)
     EXPECT_EQ(Shown("B7"), QString());
     document().Undo();
     EXPECT_EQ(Shown("B6"), QString());
+
+    // Upwards from row 1 a reference would leave the sheet: the copy stops with the message.
+    Put("B2", u"=A1*2"_s);
+    Click("B2");
+    prompts.answerMessage(MessageAnswer::Ok);
+    const QPoint straightUp(handle->geometry().center().x(), Centre("B1").y());
+    Drag(handle, handle->rect().center(), handle->mapFrom(grid()->viewport(), straightUp));
+    EXPECT_EQ(prompts.messages(),
+        QStringList { u"Unable to copy cells as cell references go out of range"_s });
+    EXPECT_EQ(sheet().record(At("B1")).Kind, EmptyCell);
 }
 
 TEST_F(SheetWindowTest, CopyCellTakesTwoClicksInOneRowOrColumn)
