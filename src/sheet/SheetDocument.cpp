@@ -17,6 +17,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -174,7 +175,10 @@ template <typename Edit> QString SheetDocument::command(Edit edit, int mergeKey)
 {
     QString error;
     {
-        const Frame::Hourglass hourglass;
+        // A dragged border sends a step for every move of the mouse and keeps its own pointer.
+        std::optional<Frame::Hourglass> hourglass;
+        if (mergeKey < 0)
+            hourglass.emplace();
         const ChangeScope scope(*this);
         const SheetContents before = SheetContents::Of(*m_sheet);
         try {

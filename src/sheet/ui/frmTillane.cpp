@@ -48,6 +48,8 @@ constexpr int numberFormatImage = 18;
 constexpr int createFormulaImage = 19;
 // Not among the frame's shared images: the resource itself.
 constexpr int copyCellResource = 143;
+// Pixels between a tool dialog and the edges of the grid it stands over.
+constexpr int margin = 24;
 // Milliseconds between two drawings of the status during a load or save.
 constexpr int progressInterval = 100;
 
@@ -640,11 +642,21 @@ void frmTillane::ShowFormulaBuilder()
             = new frmFormula(this, cell, record.Kind == FormulaCell ? record.Formula : u"="_s);
         connect(m_formula, &QObject::destroyed, this,
             [this] { setDialogButton(SheetToolbar::CreateFormula, false); });
+        placeBeside(m_formula);
         m_formula->show();
     }
     m_formula->raise();
     m_formula->activateWindow();
     setDialogButton(SheetToolbar::CreateFormula, true);
+}
+
+void frmTillane::placeBeside(QWidget* dialog)
+{
+    // Over the right-hand edge of the sheet, where it hides the fewest of the cells a pupil
+    // clicks while it is open.
+    dialog->adjustSize();
+    const QPoint topRight = DataGrid->mapToGlobal(QPoint(DataGrid->width(), 0));
+    dialog->move(topRight.x() - dialog->width() - margin, topRight.y() + margin);
 }
 
 frmFormula* frmTillane::FormulaBuilder() const
@@ -677,6 +689,7 @@ void frmTillane::ShowCopyCell()
         m_copyCell = new frmCopyCell(this, DataGrid->CurrentCell());
         connect(m_copyCell, &QObject::destroyed, this,
             [this] { setDialogButton(SheetToolbar::CopyCell, false); });
+        placeBeside(m_copyCell);
         m_copyCell->show();
     }
     m_copyCell->raise();

@@ -160,6 +160,7 @@ private:
     void fillDragged(CellAddress target);
     void showProgress(const QString& status, int percent);
     void setDialogButton(int id, bool down);
+    void placeBeside(QWidget* dialog);
 
     Frame::DocumentHost* m_host;
     SheetDocument* m_document;
