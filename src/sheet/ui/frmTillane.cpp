@@ -491,16 +491,9 @@ bool frmTillane::editKeyPressed(QKeyEvent* event)
 
 bool frmTillane::eventFilter(QObject* watched, QEvent* event)
 {
+    // Seen before the box itself, so Tab commits and moves instead of moving the focus.
     if (watched == txtEdit && event->type() == QEvent::KeyPress)
         return editKeyPressed(static_cast<QKeyEvent*>(event));
-    // Tab would otherwise move the focus away before the box sees it.
-    if (watched == txtEdit && event->type() == QEvent::ShortcutOverride) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) {
-            event->accept();
-            return true;
-        }
-    }
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -214,6 +214,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, SheetWindowKeys,
         KeyRow { "escapeDropsTheTyping", false, u"7"_s, Qt::Key_Escape, {}, u"12"_s, "A1" },
         KeyRow { "upOnRowOneCommitsAndStays", false, u"0"_s, Qt::Key_Up, {}, u"120"_s, "A1" },
         KeyRow { "downCommitsAndMoves", false, u"0"_s, Qt::Key_Down, {}, u"120"_s, "A2" },
+        KeyRow { "tabCommitsAndMovesRight", false, u"0"_s, Qt::Key_Tab, {}, u"120"_s, "B1" },
         KeyRow { "lockedCellDoesNotOpen", true, u"5"_s, Qt::Key_unknown, {}, u"12"_s, "A1" }),
     [](const testing::TestParamInfo<KeyRow>& info) { return info.param.name; });
 
