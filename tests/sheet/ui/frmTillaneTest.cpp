@@ -18,6 +18,7 @@
 #include "sheet/ui/frmFormula.h"
 #include "sheet/ui/frmNumberFormat.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemModelTester>
 #include <QAction>
 #include <QApplication>
@@ -445,6 +446,23 @@ TEST_F(SheetWindowTest, CellStyleColoursAndLocksTheSelection)
     EXPECT_FALSE(sheet().record(2, 2).Locked);
     window->Action(SheetMenu::Redo)->trigger();
     EXPECT_TRUE(sheet().record(2, 2).Locked);
+}
+
+TEST_F(SheetWindowTest, CornerSelectsTheWholeSheetForTheGridsColour)
+{
+    Put("C3", u"5"_s);
+    auto* corner = grid()->findChild<QAbstractButton*>();
+    ASSERT_NE(corner, nullptr);
+    QTest::mouseClick(corner, Qt::LeftButton);
+    EXPECT_TRUE(window->AllCellsSelected());
+    AnswerDialog<frmCellStyle>(window->Action(SheetMenu::CellStyle), [this](frmCellStyle& d) {
+        prompts.answerColour(0x00FFFF);
+        QTest::mouseClick(d.cmdColour, Qt::LeftButton);
+        QTest::mouseClick(d.cmdOK, Qt::LeftButton);
+    });
+    EXPECT_EQ(sheet().backgroundColour(), 0x00FFFF);
+    EXPECT_EQ(sheet().display(3, 3).BackColour, 0);
+    EXPECT_EQ(grid()->palette().color(QPalette::Base), QColor(Qt::yellow));
 }
 
 TEST_F(SheetWindowTest, TextStyleSetsFontAndColourAndTheRowGrows)
