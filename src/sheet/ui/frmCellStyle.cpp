@@ -46,6 +46,7 @@ frmCellStyle::frmCellStyle(frmTillane* owner, qint32 colour, bool locked)
     setWindowTitle(GetResString(titleText));
 
     lblColour = new QLabel(GetResString(cellColourText));
+    lblColour->setObjectName(u"lblColour"_s);
     picColour = new QLabel;
     picColour->setObjectName(u"picColour"_s);
     picColour->setAccessibleName(lblColour->text());

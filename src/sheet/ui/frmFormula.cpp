@@ -46,6 +46,7 @@ frmFormula::frmFormula(frmTillane* owner, CellAddress cell, const QString& formu
     setWindowTitle(GetResString(titleText));
 
     lblFormula = new QLabel(GetResString(formulaText));
+    lblFormula->setObjectName(u"lblFormula"_s);
     txtFormula = new QLineEdit(formula);
     txtFormula->setObjectName(u"txtFormula"_s);
     txtFormula->setAccessibleName(lblFormula->text());
