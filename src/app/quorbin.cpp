@@ -9,6 +9,7 @@
 #include "frame/ui/frmMDI.h"
 #include "graph/ui/RegisterGraphWindow.h"
 #include "platform/dao/DBEngine.h"
+#include "sheet/ui/RegisterSheetWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -54,6 +55,7 @@ int main(int argc, char** argv)
 
     Frame::InitialiseFrame();
     Ormsey::RegisterGraphWindow();
+    Tillane::RegisterSheetWindow();
     Frame::RegisterDatabaseCompaction([](const QString& fileName, const QString& workFile) {
         Dao::DBEngine engine;
         Bramlet::CompactCardDatabase(engine, fileName, workFile);

@@ -30,6 +30,8 @@ struct CellDisplay
     std::optional<bool> Underline;
     std::optional<bool> Strikethrough;
     qint16 Alignment = AlignGeneral;
+
+    friend bool operator==(const CellDisplay&, const CellDisplay&) = default;
 };
 
 } // namespace Tillane

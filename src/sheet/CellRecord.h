@@ -36,6 +36,8 @@ struct CellRecord
     bool Locked = false;
 
     bool holdsNumber() const { return (Kind & 2) != 0; }
+
+    friend bool operator==(const CellRecord&, const CellRecord&) = default;
 };
 
 } // namespace Tillane

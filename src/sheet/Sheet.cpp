@@ -63,6 +63,11 @@ void Sheet::setColumnWidth(int column, qint32 twips)
     m_columnWidths.at(column) = twips;
 }
 
+void Sheet::setRowHeight(int row, qint32 twips)
+{
+    m_rowHeights.at(row) = twips;
+}
+
 QString Sheet::baseName() const
 {
     return Frame::FileTitleOf(m_fileName);

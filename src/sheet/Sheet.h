@@ -68,6 +68,9 @@ public:
     // Column 0 is the heading column.
     qint32 columnWidth(int column) const { return m_columnWidths.at(column); }
     void setColumnWidth(int column, qint32 twips);
+    // Rows 1..256, in twips; 0 (the default) lets the row fit the largest font in it.
+    qint32 rowHeight(int row) const { return m_rowHeights.at(row); }
+    void setRowHeight(int row, qint32 twips);
 
     // Slots 1..4.
     GraphSlot& graphSlot(int slot) { return m_graphSlots.at(slot - 1); }
@@ -114,6 +117,7 @@ private:
     qint32 m_backgroundColour = White;
     qint32 m_foreColour = Black;
     std::array<qint32, SheetColumns + 1> m_columnWidths {};
+    std::array<qint32, SheetRows + 1> m_rowHeights {};
     std::array<GraphSlot, GraphSlotCount> m_graphSlots {};
     QString m_fileName;
     bool m_modified = false;

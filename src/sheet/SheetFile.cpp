@@ -37,6 +37,7 @@ enum Tag : qint32 {
     NumberFormatTag = 11,
     ColumnWidthTag = 12,
     GraphTag = 13,
+    RowHeightTag = 14,
     CellTextTag = 101,
     CellBackColourTag = 102,
     CellForeColourTag = 103,
@@ -180,6 +181,16 @@ void writeHeader(const Sheet& sheet, RecordWriter& out)
     const int widths = std::max(MinimumWrittenWidths, sheet.usedColumns());
     for (int column = 1; column <= widths; ++column)
         out.int32(ColumnWidthTag, sheet.columnWidth(column));
+    // Rows the user has sized. The row and its height share one raw 32-bit field whose value
+    // is above every tag, so a reader that knows no tag 14 passes over the tag and then over
+    // the field, taking it for another tag it does not know: such files still read everywhere.
+    for (int row = 1; row <= SheetRows; ++row) {
+        const qint32 height = std::clamp<qint32>(sheet.rowHeight(row), 0, 0xFFFF);
+        if (height == 0)
+            continue;
+        out.tag(RowHeightTag);
+        out.raw<qint32>((row << 16) | height);
+    }
 }
 
 void writeGraph(int slotNumber, const GraphSlot& slot, const QByteArray& text, RecordWriter& out)
@@ -537,6 +548,13 @@ private:
             if (m_nextWidthColumn <= SheetColumns)
                 m_sheet.setColumnWidth(m_nextWidthColumn, width);
             ++m_nextWidthColumn;
+            break;
+        }
+        case RowHeightTag: {
+            const qint32 packed = m_in.raw<qint32>();
+            const int row = packed >> 16;
+            if (row >= 1 && row <= SheetRows)
+                m_sheet.setRowHeight(row, packed & 0xFFFF);
             break;
         }
         case GraphTag:

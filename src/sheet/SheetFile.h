@@ -8,10 +8,10 @@
 // The sheet file (.qnc): a little-endian stream of records, each a 32-bit tag followed by a
 // tagged value (a 16-bit type code and its payload) or by raw fields. In order: the format
 // version (tag 1, 310), grid colour and sheet font (3-9), the used area (10), the sheet's
-// number format (11), one width per column for at least six columns (12), each graph slot in
-// use with its graph's own file bytes (13), then for every cell of the used area, empty ones
-// included, a tag 2 naming it and the records of what it holds and shows (101-110, 200-206),
-// each only when it differs from the default.
+// number format (11), one width per column for at least six columns (12), the height of each
+// row the user sized (14), each graph slot in use with its graph's own file bytes (13), then
+// for every cell of the used area, empty ones included, a tag 2 naming it and the records of
+// what it holds and shows (101-110, 200-206), each only when it differs from the default.
 namespace Tillane {
 
 class Sheet;

@@ -340,6 +340,33 @@ TEST_F(SheetFiles, WidthsAreReadInOrderFromColumnOne)
     EXPECT_EQ(back.columnWidth(8), 1008);
 }
 
+// A sized row is tag 14 and one raw field; a reader without tag 14 (here renamed to an unknown
+// tag) passes over both and reads the rest unchanged.
+TEST_F(SheetFiles, RowHeightsReadBackAndPassUnseenByReadersWithoutThem)
+{
+    enter("B3", u"=1+2"_s);
+    sheet.setRowHeight(3, 700);
+    sheet.setRowHeight(256, 0xFFFF);
+    const QByteArray bytes = SheetFileBytes(sheet);
+    const QByteArray plain = Bytes().header(3, 2).tag(14).raw<qint32>((3 << 16) | 700).bytes();
+    EXPECT_TRUE(bytes.startsWith(plain));
+    Sheet back;
+    ASSERT_TRUE(ReadSheet(bytes, back).isComplete());
+    EXPECT_EQ(back.rowHeight(3), 700);
+    EXPECT_EQ(back.rowHeight(256), 0xFFFF);
+    EXPECT_EQ(back.rowHeight(4), 0);
+
+    QByteArray unknown = bytes;
+    const qsizetype records = Bytes().header(3, 2).bytes().size();
+    for (qsizetype at : { records, records + 8 })
+        unknown[at] = 99;
+    Sheet without;
+    ASSERT_TRUE(ReadSheet(unknown, without).isComplete());
+    EXPECT_EQ(without.rowHeight(3), 0);
+    EXPECT_EQ(without.record(3, 2).Formula, u"=1+2"_s);
+    EXPECT_EQ(without.display(3, 2).Text, u"3"_s);
+}
+
 TEST_F(SheetFiles, GraphRangesAfterLoadingAreOneColumnEach)
 {
     FillRichSheet(sheet);
