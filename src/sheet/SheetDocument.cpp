@@ -215,10 +215,10 @@ void SheetDocument::ClearCells(const CellBlock& block)
             if (sheet.record(row, column).Locked)
                 return;
             ClearCell(sheet, row, column);
-            sheet.record(row, column).Value = 0.0;
             cleared.append({ row, column });
         });
-        // A cleared cell is worth 0 to the formulas that read it, as an emptied entry is.
+        // A cleared cell keeps its value for the sums that read it, but a mean no longer
+        // counts it: the formulas that read it are brought up to date.
         for (const CellAddress& cell : cleared)
             RecalcDependents(sheet, cell.Row, cell.Column);
     });

@@ -76,8 +76,9 @@ public:
     //
     // Enters the text as typed. False for a locked cell (nothing shown) or a refused entry.
     bool EnterCell(CellAddress cell, const QString& text);
-    // Empties the block's cells that are not locked; the formulas that read them see 0 again.
-    // Number formats, colours and fonts stay.
+    // Empties the block's cells that are not locked: their entries go, their values stay for
+    // the sums that read them (as in the sheet file), and the formulas that read them are
+    // recalculated. Number formats, colours and fonts stay.
     void ClearCells(const CellBlock& block);
     // The source copied into first..last with its references moved (the copy-cell dialog and
     // the fill handle). False when the copy stopped with a message.
