@@ -317,6 +317,7 @@ void CardDocument::BuildCardLayout()
     const ChangeScope scope(*this);
     m_controls.clear();
     m_selectedControl = -1;
+    ++m_layoutVersion;
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return;
@@ -976,6 +977,7 @@ void CardDocument::MoveField(int index, int left, int top)
         return;
     const int x = left / LayoutGrid * LayoutGrid;
     const int y = top / LayoutGrid * LayoutGrid;
+    ++m_layoutVersion;
     control.FieldRect.moveTo(x, y);
     if (control.Kind == ControlKind::TextField || control.Kind == ControlKind::DatePicker)
         control.LabelRect.moveTo(x - control.LabelRect.width() - 105, y + 60);

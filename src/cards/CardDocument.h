@@ -90,6 +90,8 @@ public:
 
     // The bound controls in column order, as the layout was last built.
     const std::vector<CardControl>& Controls() const { return m_controls; }
+    // Counts the layouts built, so that a view knows when to make its controls again.
+    int LayoutVersion() const { return m_layoutVersion; }
     // The first control of a kind, or the user field whose label is `label` ignoring case;
     // -1 when there is none.
     int ControlOfKind(ControlKind kind) const;
@@ -213,6 +215,7 @@ private:
     bool m_editEnabled = true;
     bool m_fieldEditing = false;
     int m_selectedControl = -1;
+    int m_layoutVersion = 0;
     int m_scopeDepth = 0;
     bool m_notificationPending = false;
 };
