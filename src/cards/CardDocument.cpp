@@ -700,6 +700,12 @@ void CardDocument::GoToCard(int action)
 void CardDocument::AddCard()
 {
     const ChangeScope scope(*this);
+    // A blank new card on show is already what was asked for.
+    Dao::Recordset* set = MainTable();
+    const int name = ControlOfKind(ControlKind::Name);
+    if (set != nullptr && set->EditMode() == Dao::EditMode::Add && name >= 0
+        && m_controls[static_cast<size_t>(name)].Text.trimmed().isEmpty())
+        return;
     GoToCard(LastCard);
     GoToCard(NextCard);
 }

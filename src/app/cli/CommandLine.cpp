@@ -35,6 +35,9 @@ Graphs:
 Card databases:
   cards new FILE.qnd [--view 2|3|4]
   cards import FILE.qnd IN.csv   first row labels, first value the card name
+  cards add FILE.qnd NAME [LABEL=VALUE ...]
+                                 one card, each value typed into the field of that label
+  cards show FILE.qnd NAME       one line per field: label, tab, the text the card shows
   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
                                  the chosen fields only, by label; none: the names only
   cards find FILE.qnd CONDITION  names of the cards the condition selects
