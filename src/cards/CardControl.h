@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -54,6 +55,8 @@ struct CardControl
     bool Checked = false;
     bool Null = true;
     double Date = 0.0;
+    // A keyword's key picture, as stored.
+    QByteArray KeyPicture;
     // The user changed the control since the card was shown: only such controls are written
     // when the card is saved, so a value another copy saved meanwhile is not overwritten by
     // what this window showed before.

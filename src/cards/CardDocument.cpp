@@ -191,7 +191,7 @@ void CardDocument::showAfterOpen()
 bool CardDocument::CreateWithDialog(int view)
 {
     Frame::FileDialogRequest request { GetResString(saveAsTitle), GetResString(databaseFilter), 1,
-        m_host != nullptr ? m_host->DialogFolder() : QString(), QString() };
+        m_host != nullptr ? m_host->DialogFolder() : QString(), QString(), false };
     for (;;) {
         const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
         if (!choice || choice->path.isEmpty())
@@ -414,6 +414,7 @@ void CardDocument::blankControls()
         control.Checked = false;
         control.Null = true;
         control.Date = 0.0;
+        control.KeyPicture.clear();
         control.Touched = false;
     }
     m_picture.clear();
@@ -454,6 +455,10 @@ void CardDocument::DisplayCard()
                 break;
             case ControlKind::Keyword:
                 control.Text = m_cards->KeywordText(value);
+                // The keyword table stands on the keyword found.
+                if (!control.Text.isEmpty())
+                    control.KeyPicture
+                        = m_cards->KeywordTable()->Fields(u"KeyPicture"_s)->Value().bytes();
                 break;
             case ControlKind::Picture:
                 if (value.type() == Runtime::VariantType::Binary)

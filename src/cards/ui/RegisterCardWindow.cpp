@@ -12,9 +12,10 @@ void RegisterCardWindow()
 {
     const std::pair<int, QString> kinds[] = { { Frame::VelkinDocumentType, u"Velkin"_s },
         { Frame::CardDocumentType, u"Bramlet"_s }, { Frame::SprondleDocumentType, u"Sprondle"_s } };
-    for (const auto& [type, word] : kinds) {
+    for (const auto& kind : kinds) {
+        const int type = kind.first;
         Frame::RegisterDocumentKind(
-            { type, word, type == Frame::CardDocumentType ? u"qnd"_s : QString(),
+            { type, kind.second, type == Frame::CardDocumentType ? u"qnd"_s : QString(),
                 [type](Frame::DocumentHost& host) -> QObject* {
                     return new frmBramlet(&host, type);
                 } });

@@ -53,12 +53,13 @@ constexpr std::pair<int, int> toolbarImages[] = { { CardToolbar::Open, 1 },
 // The commands whose windows and dialogs belong to other parts of the card tool and are not
 // made yet: their items stay disabled.
 constexpr int laterCommands[] = { CardMenu::LoadPicture, CardMenu::ExportPicture,
-    CardMenu::CreateReport, CardMenu::ExportCsv, CardMenu::FindCard, CardMenu::CreateQuery,
-    CardMenu::ShowQueries, CardMenu::EditFields, CardMenu::Table, CardMenu::PictureLibrary,
-    CardMenu::CountWindow, CardMenu::CountOptions, CardMenu::MakeGraph, CardMenu::SortRecords,
-    CardToolbar::Key + CardToolbar::FindCard, CardToolbar::Key + CardToolbar::CreateQuery,
-    CardToolbar::Key + CardToolbar::CountWindow, CardToolbar::Key + CardToolbar::QueriesWindow,
-    CardToolbar::Key + CardToolbar::PictureLibrary, CardToolbar::Key + CardToolbar::MakeGraph };
+    CardMenu::ExportData, CardMenu::CreateReport, CardMenu::ExportCsv, CardMenu::FindCard,
+    CardMenu::CreateQuery, CardMenu::ShowQueries, CardMenu::EditFields, CardMenu::Table,
+    CardMenu::PictureLibrary, CardMenu::CountWindow, CardMenu::CountOptions, CardMenu::MakeGraph,
+    CardMenu::SortRecords, CardToolbar::Key + CardToolbar::FindCard,
+    CardToolbar::Key + CardToolbar::CreateQuery, CardToolbar::Key + CardToolbar::CountWindow,
+    CardToolbar::Key + CardToolbar::QueriesWindow, CardToolbar::Key + CardToolbar::PictureLibrary,
+    CardToolbar::Key + CardToolbar::MakeGraph };
 
 QString ElementName(const QString& array, int index)
 {
@@ -114,7 +115,7 @@ void frmBramlet::buildCard()
             picCard->pixels(height));
     };
     const auto label = [&](int caption, int left, int top, int width) {
-        auto* made = new QLabel(GetResString(caption));
+        auto* made = new QLabel(caption != 0 ? GetResString(caption) : QString());
         place(made, left, top, width, 255);
         return made;
     };
@@ -165,6 +166,9 @@ void frmBramlet::buildCard()
         auto* picture = new QLabel;
         picture->setObjectName(ElementName(u"picKeyPicture"_s, slot));
         picture->setAlignment(Qt::AlignCenter);
+        picture->setFrameShape(QFrame::StyledPanel);
+        picture->setAccessibleName(
+            GetResString(keyPicturesCaption).remove(u':') + u' ' + QString::number(slot + 1));
         place(picture, 2228 + 2280 * column - 480, 4028 + 1200 * row - 360, 960, 720);
         picKeyPicture.append(picture);
         QLabel* caption = label(0, 1200 + 2280 * column, 4440 + 1200 * row, 2055);
@@ -536,8 +540,14 @@ void frmBramlet::showValues()
             auto* box = qobject_cast<QLineEdit*>(widget);
             if (box->text() != control.Text)
                 box->setText(control.Text);
-            if (control.Kind != ControlKind::Keyword)
+            if (control.Kind != ControlKind::Keyword) {
                 box->setReadOnly(readOnly);
+            } else if (control.ArrayIndex >= 0 && control.ArrayIndex < 6) {
+                // The same keyword under its key picture in the Velkin view.
+                lblKeyPicture[control.ArrayIndex]->setText(control.Text);
+                QLabel* picture = picKeyPicture[control.ArrayIndex];
+                picture->setPixmap(PictureOf(control.KeyPicture, picture->size()));
+            }
             break;
         }
         case ControlKind::FreeText:
@@ -613,6 +623,14 @@ void frmBramlet::Refresh()
         applyView();
     showValues();
     enableCommands();
+    // A new card starts with its name: the keys go to the name box once it is on show, if
+    // this window has them.
+    const bool newCard = m_document->IsOpen() && m_document->CurrentPosition() < 0
+        && !m_document->IsChanged() && !m_document->FieldEditing();
+    QWidget* focused = QApplication::focusWidget();
+    if (newCard && !m_newCardShown && focused != nullptr && isAncestorOf(focused))
+        txtName->setFocus();
+    m_newCardShown = newCard;
     const int selected = m_document->SelectedControl();
     QWidget* chosen = m_document->FieldEditing() ? ControlWidget(selected) : nullptr;
     picCard->setSelection(chosen != nullptr ? chosen->geometry() : QRect());

@@ -179,6 +179,8 @@ private:
     int m_shownView = 0;
     bool m_refreshing = false;
     bool m_closing = false;
+    // A blank new card was on show at the last refresh.
+    bool m_newCardShown = false;
     // A field control being dragged while the fields are edited: its index and where the
     // mouse took hold of it.
     int m_dragged = -1;
