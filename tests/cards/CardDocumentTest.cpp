@@ -19,8 +19,8 @@ using TestRows::PrintTo;
 
 namespace {
 
-const QString DuplicateText
-    = u"There is already a record with this name.\nYou cannot have two records with the same name."_s;
+const QString DuplicateText = u"There is already a record with this name.\n"
+                              u"You cannot have two records with the same name."_s;
 const QString EmptyNameText = u"You cannot have an empty name field"_s;
 const QString ConflictText
     = u"These changes cannot be made as another user has since updated the record.\n"

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
@@ -110,6 +111,10 @@ CardWidgets BuildCardLayout(
             continue;
         widget->setObjectName(ElementName(control.ArrayName, control.ArrayIndex));
         widget->setAccessibleName(control.Label);
+        if (auto* picker = qobject_cast<DatePicker*>(widget)) {
+            picker->chkNull->setAccessibleName(control.Label);
+            picker->dtpValue->setAccessibleName(control.Label);
+        }
         widget->setGeometry(area->pixels(control.FieldRect.left()),
             area->pixels(control.FieldRect.top()), area->pixels(control.FieldRect.width()),
             area->pixels(TemplateHeight(control.Kind)));

@@ -33,7 +33,6 @@ DatePicker::DatePicker(QWidget* parent)
 {
     chkNull = new QCheckBox;
     chkNull->setObjectName(u"chkNull"_s);
-    chkNull->setAccessibleName(u"Has a date"_s);
     dtpValue = new QDateTimeEdit;
     dtpValue->setObjectName(u"dtpValue"_s);
     dtpValue->setCalendarPopup(true);

@@ -641,12 +641,6 @@ void frmBramlet::Refresh()
     m_refreshing = false;
 }
 
-void frmBramlet::CommitEdits()
-{
-    // Boxes hand every keystroke to the document as it is typed; only a record number typed
-    // but not entered is left, and that is no edit.
-}
-
 void frmBramlet::SetView(int view)
 {
     m_document->SetView(view);

@@ -92,6 +92,8 @@ inline constexpr int Key = 1000;
 // The card window: a view of one CardDocument in one of the three views (Velkin, Bramlet,
 // Sprondle). It lays the card out from the document's controls, shows the card on show,
 // forwards every edit and command to the document and answers its changed() with Refresh.
+// Boxes hand each keystroke to the document as it is typed, so no edit is ever left open in
+// the window when a command runs.
 class frmBramlet : public QMainWindow, public Frame::DocumentWindow
 {
     Q_OBJECT
@@ -112,8 +114,6 @@ public:
 
     CardDocument& Document() { return *m_document; }
 
-    // Hands what is typed in the box with the focus to the document.
-    void CommitEdits();
     // Everything shown, from the document: layout, view, values, record box, menus, caption.
     void Refresh();
     void SetView(int view);
