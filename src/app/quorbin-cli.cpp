@@ -4,7 +4,9 @@
 #include "app/cli/CoreCommandLine.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 #include <QTextStream>
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -33,7 +35,10 @@ int runGraphicsProgram(char** argv)
 
 int main(int argc, char** argv)
 {
-    if (argc > 1 && Cli::IsGraphicsVerb(QString::fromLocal8Bit(argv[1])))
+    QStringList words;
+    for (int index = 1; index < std::min(argc, 3); ++index)
+        words << QString::fromLocal8Bit(argv[index]);
+    if (Cli::IsGraphicsCommand(words))
         return runGraphicsProgram(argv);
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Quorbin"));

@@ -1,6 +1,7 @@
 // The suite: wires the frame, the document kinds and the card engine's compaction together.
 
 #include "cards/CardCompaction.h"
+#include "cards/ui/RegisterCardWindow.h"
 #include "frame/DatabaseCompaction.h"
 #include "frame/FrameSettings.h"
 #include "frame/ui/GuardedApplication.h"
@@ -56,6 +57,7 @@ int main(int argc, char** argv)
     Frame::InitialiseFrame();
     Ormsey::RegisterGraphWindow();
     Tillane::RegisterSheetWindow();
+    Bramlet::RegisterCardWindow();
     Frame::RegisterDatabaseCompaction([](const QString& fileName, const QString& workFile) {
         Dao::DBEngine engine;
         Bramlet::CompactCardDatabase(engine, fileName, workFile);

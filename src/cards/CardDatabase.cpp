@@ -4,6 +4,9 @@
 #include "cards/DaoProperties.h"
 #include "platform/dao/DaoError.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 using namespace Qt::Literals::StringLiterals;
 using Dao::DataType;
 using Runtime::Variant;
@@ -48,6 +51,7 @@ void CardDatabase::Close()
         m_database->Close();
     m_database.reset();
     m_queries.clear();
+    m_upgradeFolder.reset();
 }
 
 void CardDatabase::CreateCardDatabase(const QString& path, int viewType)
@@ -122,7 +126,42 @@ void CardDatabase::openFile(const QString& path, bool exclusive)
     }
 }
 
+namespace {
+
+// The schema version a file claims. A file without one is older than the first version that
+// kept it. A version of any other kind than a number (a text, an on/off value) is no version:
+// writing 350 into such a property cannot make it read 350, so upgrading would never end.
+int StoredVersion(Dao::Database& database, const QString& path)
+{
+    const auto property = database.Properties().Find(u"QBVersion"_s);
+    if (!property)
+        return 0;
+    switch (property->Type()) {
+    case DataType::Byte:
+    case DataType::Integer:
+    case DataType::Long:
+    case DataType::Single:
+    case DataType::Double:
+    case DataType::Currency:
+        break;
+    default:
+        throw Dao::DaoError::make(Dao::DaoError::CorruptFile, path);
+    }
+    const Variant version = property->Value();
+    const double number = version.isNumeric() ? version.number() : -1.0;
+    if (!(number >= 0.0 && number <= 1e9))
+        throw Dao::DaoError::make(Dao::DaoError::CorruptFile, path);
+    return static_cast<int>(number);
+}
+
+} // namespace
+
 void CardDatabase::OpenCardDatabase(const QString& path, bool exclusive)
+{
+    openCardDatabase(path, exclusive, false);
+}
+
+void CardDatabase::openCardDatabase(const QString& path, bool exclusive, bool upgraded)
 {
     Close();
     m_fileName = path;
@@ -131,22 +170,28 @@ void CardDatabase::OpenCardDatabase(const QString& path, bool exclusive)
     m_selectedField.clear();
     openFile(path, exclusive);
     try {
-        const Variant version = GetDaoProperty(*m_database, u"QBVersion"_s);
-        m_version = version.isNumeric() ? static_cast<int>(version.number()) : 0;
-        if (m_version < CurrentVersion && !m_readOnly) {
-            // All of the upgrade reaches the file, or none of it.
-            m_workspace->BeginTrans();
-            try {
-                UpgradeCardDatabase(*m_database);
-            } catch (...) {
-                m_workspace->Rollback();
-                throw;
+        m_version = StoredVersion(*m_database, path);
+        if (m_version < CurrentVersion) {
+            // An upgrade that did not reach the file would start again on every open.
+            if (upgraded)
+                throw Dao::DaoError::make(Dao::DaoError::CorruptFile, path);
+            if (m_readOnly) {
+                openUpgradedCopy(path, exclusive);
+            } else {
+                // All of the upgrade reaches the file, or none of it.
+                m_workspace->BeginTrans();
+                try {
+                    UpgradeCardDatabase(*m_database);
+                } catch (...) {
+                    m_workspace->Rollback();
+                    throw;
+                }
+                m_workspace->CommitTrans();
+                Close();
+                m_compactor(path);
+                openCardDatabase(path, exclusive, true);
+                return;
             }
-            m_workspace->CommitTrans();
-            Close();
-            m_compactor(path);
-            OpenCardDatabase(path, exclusive);
-            return;
         }
         m_mainTableDef = m_database->TableDefs(CardTable);
         m_keywordTable = m_database->OpenRecordset(KeywordsTable);
@@ -156,6 +201,34 @@ void CardDatabase::OpenCardDatabase(const QString& path, bool exclusive)
         Close();
         throw;
     }
+}
+
+void CardDatabase::openUpgradedCopy(const QString& path, bool exclusive)
+{
+    // A file that may not be written is upgraded in a private copy, which is what the window
+    // then shows: its fields get their types and layout, and the file itself is never touched.
+    Close();
+    m_upgradeFolder = std::make_unique<QTemporaryDir>();
+    const QString copy = m_upgradeFolder->filePath(u"upgraded.qnd"_s);
+    if (!m_upgradeFolder->isValid() || !QFile::copy(path, copy))
+        throw Dao::DaoError::make(Dao::DaoError::DiskOrNetworkError);
+    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+    {
+        const auto database = m_workspace->OpenDatabase(copy);
+        m_workspace->BeginTrans();
+        try {
+            UpgradeCardDatabase(*database);
+        } catch (...) {
+            m_workspace->Rollback();
+            database->Close();
+            throw;
+        }
+        m_workspace->CommitTrans();
+        database->Close();
+    }
+    m_database = m_workspace->OpenDatabase(copy, exclusive, true);
+    m_readOnly = true;
+    m_version = StoredVersion(*m_database, path);
 }
 
 void CardDatabase::UpgradeCardDatabase(Dao::Database& database)

@@ -5,6 +5,7 @@
 #include "platform/dao/DBEngine.h"
 
 #include <QString>
+#include <QTemporaryDir>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -37,9 +38,11 @@ public:
     // 350. The file is closed again; 3204 when it exists already.
     void CreateCardDatabase(const QString& path, int viewType);
     // Opens a card file: read-write (exclusively when asked), else read-only when that
-    // fails; upgrades and compacts a file older than 350 first; reads the saved queries and
-    // opens the card set sorted by card name. Throws the engine's error when even the
-    // read-only open fails; the object then holds no database.
+    // fails; upgrades and compacts a file older than 350 first (one that may only be read is
+    // upgraded in a private copy, never in place); reads the saved queries and opens the card
+    // set sorted by card name. Throws the engine's error when even the read-only open fails,
+    // and 3049 for a file whose QBVersion is no number or that an upgrade did not bring to
+    // 350; the object then holds no database.
     void OpenCardDatabase(const QString& path, bool exclusive = false);
     // Brings a file of an older schema to 350: layout and type properties on every column,
     // labels moved from the table definition to their columns.
@@ -90,7 +93,9 @@ public:
     QString KeywordText(const Runtime::Variant& keyId) const;
 
 private:
+    void openCardDatabase(const QString& path, bool exclusive, bool upgraded);
     void openFile(const QString& path, bool exclusive);
+    void openUpgradedCopy(const QString& path, bool exclusive);
     void readQueries();
 
     Dao::DBEngine& m_engine;
@@ -107,6 +112,8 @@ private:
     QString m_sortField = QStringLiteral("CardName");
     int m_sortOrder = SortAscending;
     QString m_selectedField;
+    // Holds the upgraded copy of an old file that could only be opened read-only.
+    std::unique_ptr<QTemporaryDir> m_upgradeFolder;
 };
 
 } // namespace Bramlet

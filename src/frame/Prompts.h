@@ -28,6 +28,9 @@ struct FileDialogRequest
     int filterIndex = 1;
     QString folder;
     QString fileName;
+    // A save dialog asks before an existing file is chosen; off where the caller refuses
+    // existing files with its own message.
+    bool confirmOverwrite = true;
 };
 
 struct FileChoice

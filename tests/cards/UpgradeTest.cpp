@@ -2,59 +2,15 @@
 #include "cards/CardCompaction.h"
 #include "cards/DaoProperties.h"
 
+#include <QFile>
+
 using namespace Qt::Literals::StringLiterals;
 using Bramlet::CardDatabase;
+using CardTest::MakeOldCardFile;
 using Dao::DataType;
 using Runtime::Variant;
 
 namespace {
-
-// A card file as the schema before 350 made it: field labels on the table definition,
-// single URL and Resource columns, no layout or type properties, no QBVersion.
-void MakeOldCardFile(Dao::DBEngine& engine, const QString& path)
-{
-    auto database = engine.DefaultWorkspace()->CreateDatabase(path);
-    auto card = database->CreateTableDef(u"Quorbin_Card"_s);
-    auto name = card->CreateField(u"CardName"_s, DataType::Text, 30);
-    name->SetRequired(true);
-    card->Fields().Append(name);
-    card->Fields().Append(card->CreateField(u"FreeText"_s, DataType::Memo));
-    card->Fields().Append(card->CreateField(u"Picture"_s, DataType::LongBinary));
-    for (int i = 1; i <= 6; ++i)
-        card->Fields().Append(card->CreateField(u"Keyword"_s + QString::number(i), DataType::Long));
-    card->Fields().Append(card->CreateField(u"Field1"_s, DataType::Text, 50));
-    card->Fields().Append(card->CreateField(u"Field2"_s, DataType::Long));
-    card->Fields().Append(card->CreateField(u"Field3"_s, DataType::Double));
-    card->Fields().Append(card->CreateField(u"Field4"_s, DataType::Currency));
-    card->Fields().Append(card->CreateField(u"Field5"_s, DataType::Text, 50));
-    card->Fields().Append(card->CreateField(u"URL"_s, DataType::Text, 255));
-    card->Fields().Append(card->CreateField(u"Resource"_s, DataType::Text, 255));
-    auto index = card->CreateIndex(u"CardID"_s);
-    index->SetPrimary(true);
-    index->Fields().Append(index->CreateField(u"CardName"_s));
-    card->Indexes().Append(index);
-    database->TableDefs().Append(card);
-    const QString labels[] = { u"Name of pet"_s, u"Age"_s, u"Weight"_s, u"Cost"_s };
-    for (int i = 0; i < 4; ++i) {
-        card->Properties().Append(card->CreateProperty(
-            u"FieldLabel"_s + QString::number(i + 1), DataType::Text, labels[i]));
-    }
-    auto keywords = database->CreateTableDef(u"KeyWords"_s);
-    auto keyId = keywords->CreateField(u"KeyID"_s, DataType::Long);
-    keyId->SetAttributes(Dao::AutoIncrementField);
-    keywords->Fields().Append(keyId);
-    keywords->Fields().Append(keywords->CreateField(u"KeyText"_s, DataType::Text, 20));
-    keywords->Fields().Append(keywords->CreateField(u"KeyPicture"_s, DataType::LongBinary));
-    database->TableDefs().Append(keywords);
-    auto cards = database->OpenRecordset(u"Quorbin_Card"_s);
-    for (const QString& pet : { u"Rex"_s, u"Tiddles"_s }) {
-        cards->AddNew();
-        cards->Fields(u"CardName"_s)->SetValue(pet);
-        cards->Fields(u"Field3"_s)->SetValue(4.5);
-        cards->Update();
-    }
-    database->Close();
-}
 
 class UpgradeTest : public CardTest::CardTestBase
 {
@@ -160,6 +116,51 @@ TEST_F(UpgradeTest, SecondOpenFindsNothingToUpgrade)
     openUpgraded(cards);
     m_cards->OpenCardDatabase(m_path);
     EXPECT_EQ(m_compacted.size(), 1);
+}
+
+// A version that no write can bring to 350 (a text, an on/off value) once made the open
+// upgrade, compact and open again without end. Such a file is damaged and opens nothing.
+TEST_F(UpgradeTest, VersionOfAnotherKindIsADamagedFileNotAnEndlessUpgrade)
+{
+    const std::pair<DataType, Variant> versions[]
+        = { { DataType::Text, Variant(u"300"_s) }, { DataType::Boolean, Variant(true) } };
+    for (const auto& [type, value] : versions) {
+        {
+            auto database = m_engine.DefaultWorkspace()->OpenDatabase(m_path);
+            database->Properties().Append(database->CreateProperty(u"QBVersion"_s, type, value));
+            database->Close();
+        }
+        CardDatabase cards(m_engine, [this](const QString& file) { m_compacted.append(file); });
+        EXPECT_EQ(CardTest::ErrorNumber([&] { cards.OpenCardDatabase(m_path); }),
+            Dao::DaoError::CorruptFile);
+        EXPECT_EQ(cards.DataBase(), nullptr);
+        EXPECT_TRUE(m_compacted.isEmpty());
+        auto database = m_engine.DefaultWorkspace()->OpenDatabase(m_path);
+        database->Properties().Delete(u"QBVersion"_s);
+        database->Close();
+    }
+}
+
+TEST_F(UpgradeTest, OldFileThatMayOnlyBeReadIsUpgradedInACopy)
+{
+    QFile file(m_path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    file.close();
+    const CardTest::WriteProtection protection(m_path);
+    if (!protection.active())
+        GTEST_SKIP() << "the file cannot be write-protected here";
+    CardDatabase* cards = nullptr;
+    openUpgraded(cards);
+    EXPECT_TRUE(cards->ReadOnly());
+    EXPECT_EQ(cards->Version(), 350);
+    EXPECT_EQ(Bramlet::FieldType(*cards->MainTable()->Fields(u"Field3"_s)), 5);
+    EXPECT_EQ(Bramlet::FieldLabel(*cards->MainTable()->Fields(u"Field3"_s)), u"Weight"_s);
+    EXPECT_EQ(CardTest::CardNames(*cards), (QStringList { u"Rex"_s, u"Tiddles"_s }));
+    EXPECT_TRUE(m_compacted.isEmpty());
+    m_cards.reset();
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
 }
 
 } // namespace

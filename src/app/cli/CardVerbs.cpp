@@ -22,6 +22,8 @@ namespace {
 
 constexpr QStringView Syntax = u"cards new FILE.qnd [--view 2|3|4] [--labels L1,L2,...]\n"
                                u"       quorbin-cli cards import FILE.qnd IN.csv\n"
+                               u"       quorbin-cli cards add FILE.qnd NAME [LABEL=VALUE ...]\n"
+                               u"       quorbin-cli cards show FILE.qnd NAME\n"
                                u"       quorbin-cli cards export FILE.qnd OUT.csv [--view 2|3|4] "
                                u"[--where CONDITION] [--fields L1,L2,...]\n"
                                u"       quorbin-cli cards find FILE.qnd CONDITION\n"

@@ -12,6 +12,14 @@
 //                                          value the name, further values by field label);
 //                                          prints how many cards were added; IN "-" reads
 //                                          comma-separated text from standard input
+//   cards add FILE.qnd NAME [LABEL=VALUE ...]
+//                                          adds one card as the card window would: each
+//                                          value typed into the field with that label (case
+//                                          ignored) and the card saved; a refused save prints
+//                                          the window's message (one line) and exits 1
+//   cards show FILE.qnd NAME               the card as the Sprondle view shows it: a line per
+//                                          field, its label ("Name" for the name), a tab and
+//                                          the text shown (check boxes 1 or 0)
 //   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
 //                                          the card set as comma-separated text, every item
 //                                          of the view (the file's unless given) or the

@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "app/cli/CardDocumentVerbs.h"
 #include "app/cli/CoreCommandLine.h"
 #include "app/cli/GraphVerbs.h"
 #include "app/cli/SheetVerbs.h"
@@ -17,6 +18,8 @@ int RunCommandLine(const QStringList& arguments, QTextStream& out, QTextStream& 
         return RunSheetVerb(arguments, out, err);
     if (IsGraphVerb(arguments))
         return RunGraphVerb(arguments, out, err);
+    if (IsCardDocumentVerb(arguments))
+        return RunCardDocumentVerb(arguments, out, err);
     return RunCoreCommandLine(arguments, out, err);
 }
 

@@ -34,6 +34,9 @@ Graphs:
 Card databases:
   cards new FILE.qnd [--view 2|3|4] [--labels L1,L2,...]
   cards import FILE.qnd IN.csv   first row labels, first value the card name
+  cards add FILE.qnd NAME [LABEL=VALUE ...]
+                                 one card, each value typed into the field of that label
+  cards show FILE.qnd NAME       one line per field: label, tab, the text the card shows
   cards export FILE.qnd OUT.csv [--view 2|3|4] [--where CONDITION] [--fields L1,L2,...]
                                  the chosen fields only, by label; none: the names only
   cards find FILE.qnd CONDITION  names of the cards the condition selects
@@ -52,9 +55,12 @@ cards verbs, whose low numbers report the evaluator's error codes and failed com
 )"_s;
 }
 
-bool IsGraphicsVerb(QStringView verb)
+bool IsGraphicsCommand(const QStringList& arguments)
 {
-    return verb == u"graph" || verb == u"sheet" || verb == u"eval";
+    const QString verb = arguments.value(0);
+    if (verb == u"cards"_s)
+        return arguments.value(1) == u"add"_s || arguments.value(1) == u"show"_s;
+    return verb == u"graph"_s || verb == u"sheet"_s || verb == u"eval"_s;
 }
 
 int RunCoreCommandLine(const QStringList& arguments, QTextStream& out, QTextStream& err)

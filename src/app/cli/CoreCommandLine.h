@@ -13,9 +13,10 @@ namespace Cli {
 // The text --help prints (and a missing or unknown verb points to).
 QString HelpText();
 
-// Whether the verb is one that quorbin-cli-graphics runs: graph, sheet and eval (whose
-// libraries draw graphs, so load the graphics libraries).
-bool IsGraphicsVerb(QStringView verb);
+// Whether the command is one that quorbin-cli-graphics runs: graph, sheet and eval (whose
+// libraries draw graphs, so load the graphics libraries), and cards add and cards show (which
+// drive the card window's document). `arguments` are the program's, without its name.
+bool IsGraphicsCommand(const QStringList& arguments);
 
 // Runs a command line of the core verbs; a graphics verb counts as unknown here.
 // `arguments` are the program's arguments without the program name.

@@ -146,6 +146,8 @@ std::optional<FileChoice> QtPrompts::chooseFile(const FileDialogRequest& request
                 [&dialog](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); });
         }
     }
+    if (saving && !request.confirmOverwrite)
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (!request.fileName.isEmpty())
         dialog.selectFile(request.fileName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())

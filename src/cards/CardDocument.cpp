@@ -1,0 +1,1014 @@
+#include "cards/CardDocument.h"
+
+#include "cards/CardDatabase.h"
+#include "cards/CardFields.h"
+#include "cards/CardImportRows.h"
+#include "cards/CardValues.h"
+#include "cards/DaoProperties.h"
+#include "frame/DocumentHost.h"
+#include "frame/Helpers.h"
+#include "frame/Hourglass.h"
+#include "frame/Prompts.h"
+#include "platform/dao/DBEngine.h"
+#include "platform/dao/DaoError.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Format.h"
+#include "resources/StringTable.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+using Dao::DaoError;
+using Runtime::Variant;
+
+namespace Bramlet {
+
+namespace {
+
+constexpr int emptyNameText = 840;
+constexpr int duplicateNameText = 841; // and 842 on the next line
+constexpr int databaseFilter = 843;
+constexpr int overwriteText = 844; // and 845 on the next line
+constexpr int deleteQuestion = 835;
+constexpr int noSuchCardText = 852;
+constexpr int saveQuestion = 854;
+constexpr int conflictText = 855; // and 856 on the next line
+constexpr int duplicateRowsText = 857;
+constexpr int oneDuplicateRowText = 858;
+constexpr int importTitle = 859;
+constexpr int importFilter = 860;
+constexpr int saveAsTitle = 1007;
+constexpr int readOnlyText = 1082;
+
+QString TwoLines(int first)
+{
+    return GetResString(first) + u'\n' + GetResString(first + 1);
+}
+
+int NumberProperty(Dao::Field& field, const QString& name)
+{
+    const Variant value = GetDaoProperty(field, name);
+    return value.isNumeric() ? static_cast<int>(value.number()) : 0;
+}
+
+// Engine failures that mean the file is no card file of ours (or a damaged one) rather than
+// one the user could not reach: they all get the one message of a damaged file.
+bool IsDamagedFileError(int number)
+{
+    switch (number) {
+    case DaoError::FileNotFound:
+    case DaoError::FileInUse:
+    case DaoError::PermissionDenied:
+    case DaoError::InvalidPath:
+    case DaoError::LockedByUser:
+    case DaoError::DiskFull:
+    case DaoError::DiskOrNetworkError:
+        return false;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+class CardDocument::ChangeScope
+{
+public:
+    explicit ChangeScope(CardDocument& document)
+        : m_document(document)
+    {
+        ++m_document.m_scopeDepth;
+    }
+    ~ChangeScope()
+    {
+        if (--m_document.m_scopeDepth == 0 && m_document.m_notificationPending) {
+            m_document.m_notificationPending = false;
+            emit m_document.changed();
+        }
+    }
+    ChangeScope(const ChangeScope&) = delete;
+    ChangeScope& operator=(const ChangeScope&) = delete;
+
+private:
+    CardDocument& m_document;
+};
+
+CardDocument::CardDocument(Frame::DocumentHost* host, Dao::DBEngine* engine, QObject* parent)
+    : QObject(parent)
+    , m_host(host)
+    , m_engine(engine)
+{ }
+
+CardDocument::~CardDocument() = default;
+
+Dao::DBEngine& CardDocument::SharedEngine()
+{
+    static Dao::DBEngine engine;
+    return engine;
+}
+
+Dao::DBEngine& CardDocument::engine() const
+{
+    return m_engine != nullptr ? *m_engine : SharedEngine();
+}
+
+void CardDocument::notify()
+{
+    if (m_scopeDepth > 0)
+        m_notificationPending = true;
+    else
+        emit changed();
+}
+
+void CardDocument::message(const QString& text, int icon) const
+{
+    Frame::CurrentPrompts().message(
+        text, QString(), static_cast<Frame::MessageIcon>(icon), Frame::MessageButtons::Ok);
+}
+
+Dao::Recordset* CardDocument::MainTable() const
+{
+    return m_cards ? m_cards->MainTable().get() : nullptr;
+}
+
+bool CardDocument::ReadOnly() const
+{
+    return m_cards && m_cards->ReadOnly();
+}
+
+QString CardDocument::Caption() const
+{
+    if (!m_cards)
+        return {};
+    static const QString words[] = { u"Velkin - "_s, u"Bramlet - "_s, u"Sprondle - "_s };
+    QString caption = words[std::clamp(m_view, 2, 4) - 2] + Frame::FileTitleOf(m_fileName);
+    if (ReadOnly())
+        caption += u' ' + GetResString(readOnlyText);
+    return caption;
+}
+
+bool CardDocument::Open(const QString& path, int view)
+{
+    const ChangeScope scope(*this);
+    auto cards = std::make_unique<CardDatabase>(engine());
+    QString failure;
+    {
+        const Frame::Hourglass hourglass;
+        try {
+            cards->OpenCardDatabase(path, false);
+        } catch (const DaoError& error) {
+            failure = IsDamagedFileError(error.number())
+                ? DaoError::standardDescription(DaoError::CorruptFile, path)
+                : u"Error %1: %2"_s.arg(error.number()).arg(error.description());
+        } catch (const std::exception&) {
+            failure = DaoError::standardDescription(DaoError::CorruptFile, path);
+        }
+    }
+    if (!failure.isEmpty()) {
+        message(failure, int(Frame::MessageIcon::Exclamation));
+        return false;
+    }
+    m_cards = std::move(cards);
+    m_fileName = QFileInfo(path).absoluteFilePath();
+    m_fieldEditing = false;
+    m_selectedControl = -1;
+    const int stored = m_cards->ViewType();
+    m_view = view != 0 ? view : (stored >= VelkinView && stored <= SprondleView ? stored : 3);
+    BuildCardLayout();
+    showAfterOpen();
+    return true;
+}
+
+void CardDocument::showAfterOpen()
+{
+    if (CardCount() == 0)
+        startNewCard();
+    DisplayCard();
+}
+
+bool CardDocument::CreateWithDialog(int view)
+{
+    Frame::FileDialogRequest request { GetResString(saveAsTitle), GetResString(databaseFilter), 1,
+        m_host != nullptr ? m_host->DialogFolder() : QString(), QString(), false };
+    for (;;) {
+        const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
+        if (!choice || choice->path.isEmpty())
+            return false;
+        QString path = choice->path;
+        if (QFileInfo(path).suffix().isEmpty())
+            path += u".qnd"_s;
+        if (!QFileInfo::exists(path)) {
+            if (m_host != nullptr)
+                m_host->RememberDialogFolder(path);
+            return Create(path, view);
+        }
+        message(TwoLines(overwriteText), int(Frame::MessageIcon::Exclamation));
+        request.folder = QFileInfo(path).absolutePath();
+    }
+}
+
+bool CardDocument::Create(const QString& path, int view)
+{
+    const bool existed = QFileInfo::exists(path);
+    try {
+        CardDatabase(engine()).CreateCardDatabase(path, view);
+    } catch (const DaoError& error) {
+        // Whatever was written of a file that did not exist before goes again.
+        if (!existed) {
+            QFile::remove(path);
+            QFile::remove(path + u"-journal"_s);
+        }
+        // Unlike a cancelled dialog, a failure is told: the window would otherwise vanish
+        // without a word.
+        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
+            int(Frame::MessageIcon::None));
+        return false;
+    }
+    return Open(path, view);
+}
+
+CardControl CardDocument::makeControl(
+    int column, const std::shared_ptr<Dao::Field>& field, int& keywordIndex) const
+{
+    CardControl control;
+    control.Column = column;
+    control.FieldName = field->Name();
+    control.FieldType = FieldType(*field);
+    const auto place = [&](ControlKind kind, const QString& arrayName, bool label) {
+        control.Kind = kind;
+        control.ArrayName = arrayName;
+        control.HasLabel = label;
+        control.Label = FieldLabel(*field);
+        control.Format = FieldFormat(*field);
+        control.FieldRect
+            = QRect(NumberProperty(*field, u"FieldLeft"_s), NumberProperty(*field, u"FieldTop"_s),
+                NumberProperty(*field, u"FieldWidth"_s), NumberProperty(*field, u"FieldHeight"_s));
+        control.LabelRect
+            = QRect(NumberProperty(*field, u"LabelLeft"_s), NumberProperty(*field, u"LabelTop"_s),
+                NumberProperty(*field, u"LabelWidth"_s), NumberProperty(*field, u"LabelHeight"_s));
+        // A field without the property (made by hand) is shown rather than lost.
+        const Variant visible = GetDaoProperty(*field, u"FieldVisible"_s);
+        control.Visible = visible.isEmpty() || visible.isNull() || visible.number() != 0.0;
+    };
+    switch (control.FieldType) {
+    case CardNameField:
+        control.Kind = ControlKind::Name;
+        control.ArrayName = u"txtName"_s;
+        break;
+    case FreeTextField:
+        control.Kind = ControlKind::FreeText;
+        control.ArrayName = u"txtFreeText"_s;
+        break;
+    case MainPictureField:
+        control.Kind = ControlKind::Picture;
+        control.ArrayName = u"picPicture"_s;
+        break;
+    case TextField:
+    case WholeNumberField:
+    case DecimalNumberField:
+    case CurrencyField:
+        place(ControlKind::TextField, u"txtField"_s, true);
+        break;
+    case DateField:
+    case TimeField:
+    case DateTimeField:
+        if (m_fieldEditing)
+            place(ControlKind::TextField, u"txtField"_s, true);
+        else
+            place(ControlKind::DatePicker, u"DTPicker"_s, true);
+        break;
+    case OnOffField:
+        place(ControlKind::CheckBox, u"chkField"_s, false);
+        break;
+    case DropDownField:
+        if (m_fieldEditing) {
+            place(ControlKind::TextField, u"txtField"_s, true);
+        } else {
+            place(ControlKind::DropDown, u"cmbField"_s, true);
+            for (const QString& item : FieldChoices(*field).split(u',')) {
+                if (!item.trimmed().isEmpty())
+                    control.Choices.append(item.trimmed());
+            }
+        }
+        break;
+    case WebAddressField:
+        place(ControlKind::WebAddress, u"cmdURL"_s, false);
+        break;
+    case ResourceField:
+        place(ControlKind::Resource, u"cmdResource"_s, false);
+        break;
+    case KeywordField:
+        control.Kind = ControlKind::Keyword;
+        control.ArrayName = u"txtKeyWord"_s;
+        control.ArrayIndex = keywordIndex < 6 ? keywordIndex : -1;
+        ++keywordIndex;
+        break;
+    default:
+        control.ArrayName.clear(); // a column no control shows
+        break;
+    }
+    return control;
+}
+
+void CardDocument::BuildCardLayout()
+{
+    const ChangeScope scope(*this);
+    m_controls.clear();
+    m_selectedControl = -1;
+    ++m_layoutVersion;
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr)
+        return;
+    int keywordIndex = 0;
+    QHash<QString, int> elements;
+    const auto fields = set->Fields().items();
+    for (int column = 0; column < static_cast<int>(fields.size()); ++column) {
+        CardControl control
+            = makeControl(column, fields[static_cast<size_t>(column)], keywordIndex);
+        if (control.ArrayName.isEmpty()
+            || (control.Kind == ControlKind::Keyword && control.ArrayIndex < 0))
+            continue;
+        // Field control arrays count from 1: element 0 is the template.
+        if (control.ArrayIndex < 0 && control.FieldType > MainPictureField)
+            control.ArrayIndex = ++elements[control.ArrayName];
+        m_controls.push_back(std::move(control));
+    }
+    notify();
+}
+
+int CardDocument::ControlOfKind(ControlKind kind) const
+{
+    for (size_t index = 0; index < m_controls.size(); ++index) {
+        if (m_controls[index].Kind == kind)
+            return static_cast<int>(index);
+    }
+    return -1;
+}
+
+int CardDocument::ControlWithLabel(const QString& label) const
+{
+    for (size_t index = 0; index < m_controls.size(); ++index) {
+        const CardControl& control = m_controls[index];
+        if (control.FieldType >= TextField && control.FieldType <= ResourceField
+            && control.Label.compare(label, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(index);
+    }
+    return -1;
+}
+
+int CardDocument::ViewWidth() const
+{
+    if (m_view != SprondleView || !m_cards || !m_cards->MainTableDef())
+        return FixedViewWidth;
+    const Variant width = GetDaoProperty(*m_cards->MainTableDef(), u"FormWidth"_s);
+    return width.isNumeric() && width.number() >= 1 ? int(width.number()) : FixedViewWidth;
+}
+
+int CardDocument::ViewHeight() const
+{
+    if (m_view == VelkinView)
+        return VelkinViewHeight;
+    if (m_view != SprondleView || !m_cards || !m_cards->MainTableDef())
+        return BramletViewHeight;
+    const Variant height = GetDaoProperty(*m_cards->MainTableDef(), u"FormHeight"_s);
+    return height.isNumeric() && height.number() >= 1 ? int(height.number()) : 6600;
+}
+
+void CardDocument::StoreFormSize(int widthTwips, int heightTwips)
+{
+    if (!m_cards || ReadOnly() || m_view != SprondleView)
+        return;
+    try {
+        SetDaoProperty(*m_cards->MainTableDef(), u"FormWidth"_s, qint64(widthTwips));
+        SetDaoProperty(*m_cards->MainTableDef(), u"FormHeight"_s, qint64(heightTwips));
+    } catch (const DaoError&) {
+        // The size is a convenience; a file that refuses it keeps the one it had.
+    } catch (const Runtime::Error&) { }
+}
+
+bool CardDocument::SetView(int view)
+{
+    const ChangeScope scope(*this);
+    if (view < VelkinView || view > SprondleView || !m_cards)
+        return false;
+    if (!leaveCard(0))
+        return false;
+    m_view = view;
+    if (!ReadOnly()) {
+        try {
+            SetDaoProperty(*m_cards->MainTableDef(), u"ViewType"_s, qint64(view));
+        } catch (const std::exception&) {
+            // The file opens in its old view next time; nothing is lost.
+        }
+    }
+    showAfterOpen();
+    return true;
+}
+
+void CardDocument::blankControls()
+{
+    for (CardControl& control : m_controls) {
+        control.Text.clear();
+        control.Checked = false;
+        control.Null = true;
+        control.Date = 0.0;
+        control.KeyPicture.clear();
+        control.Touched = false;
+    }
+    m_picture.clear();
+}
+
+void CardDocument::DisplayCard()
+{
+    const ChangeScope scope(*this);
+    m_editEnabled = false;
+    blankControls();
+    Dao::Recordset* set = MainTable();
+    if (set != nullptr && set->EditMode() != Dao::EditMode::Add && set->AbsolutePosition() >= 0) {
+        for (CardControl& control : m_controls) {
+            const Variant value = set->Fields(control.Column)->Value();
+            const bool none = value.isNull() || value.isEmpty();
+            switch (control.Kind) {
+            case ControlKind::Name:
+            case ControlKind::FreeText:
+            case ControlKind::WebAddress:
+            case ControlKind::Resource:
+                control.Text = none ? QString() : Runtime::Format(value);
+                break;
+            case ControlKind::TextField:
+                control.Text = ShownText(value, control.Format);
+                break;
+            case ControlKind::CheckBox:
+                control.Checked = value.isNumeric() && value.number() != 0.0;
+                break;
+            case ControlKind::DropDown:
+                // Only an item equal to the stored text (with case) is selected.
+                control.Text = none ? QString() : Runtime::Format(value);
+                if (!control.Choices.contains(control.Text))
+                    control.Text.clear();
+                break;
+            case ControlKind::DatePicker:
+                control.Null = !value.isNumeric();
+                control.Date = value.isNumeric() ? value.number() : 0.0;
+                break;
+            case ControlKind::Keyword:
+                control.Text = m_cards->KeywordText(value);
+                // The keyword table stands on the keyword found.
+                if (!control.Text.isEmpty())
+                    control.KeyPicture
+                        = m_cards->KeywordTable()->Fields(u"KeyPicture"_s)->Value().bytes();
+                break;
+            case ControlKind::Picture:
+                if (value.type() == Runtime::VariantType::Binary)
+                    m_picture = value.bytes();
+                break;
+            }
+        }
+    }
+    m_changed = false;
+    m_editEnabled = true;
+    notify();
+}
+
+bool CardDocument::BeginCardEdit()
+{
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || ReadOnly())
+        return false;
+    if (m_editEnabled && !m_fieldEditing && set->EditMode() == Dao::EditMode::None) {
+        try {
+            set->SetLockEdits(false);
+            set->Edit();
+        } catch (const DaoError&) {
+            return false;
+        }
+    }
+    return set->EditMode() != Dao::EditMode::None;
+}
+
+bool CardDocument::SetControlText(int index, const QString& text)
+{
+    const ChangeScope scope(*this);
+    notify();
+    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
+        return false;
+    CardControl& control = m_controls[static_cast<size_t>(index)];
+    control.Text = text;
+    control.Touched = true;
+    m_changed = true;
+    return true;
+}
+
+bool CardDocument::SetControlChecked(int index, bool checked)
+{
+    const ChangeScope scope(*this);
+    notify();
+    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
+        return false;
+    CardControl& control = m_controls[static_cast<size_t>(index)];
+    control.Checked = checked;
+    control.Touched = true;
+    m_changed = true;
+    return true;
+}
+
+bool CardDocument::SetControlDate(int index, bool null, double serial)
+{
+    const ChangeScope scope(*this);
+    notify();
+    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
+        return false;
+    CardControl& control = m_controls[static_cast<size_t>(index)];
+    control.Null = null;
+    control.Date = serial;
+    control.Touched = true;
+    m_changed = true;
+    return true;
+}
+
+bool CardDocument::SaveCard()
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || set->EditMode() == Dao::EditMode::None)
+        return true;
+    const bool adding = set->EditMode() == Dao::EditMode::Add;
+    try {
+        for (const CardControl& control : m_controls) {
+            // What the user did not touch keeps what the file holds now (another copy may
+            // have saved it since this card was shown); a new card's name is always written,
+            // so that an empty one is refused as such.
+            const bool name = control.Kind == ControlKind::Name;
+            if (!control.Touched && !(name && adding))
+                continue;
+            const auto field = set->Fields(control.Column);
+            switch (control.Kind) {
+            case ControlKind::Name:
+                field->SetValue(control.Text.trimmed());
+                break;
+            case ControlKind::FreeText:
+                // The column takes no empty text: an emptied box is no free text.
+                field->SetValue(control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
+                break;
+            case ControlKind::TextField:
+            case ControlKind::DropDown:
+                if (const auto value = TypedFieldValue(
+                        control.FieldType, control.Text, field->Value(), control.Format))
+                    field->SetValue(*value);
+                break;
+            case ControlKind::DatePicker:
+                if (const auto value = PickedDateValue(control.Null, control.Date, field->Value()))
+                    field->SetValue(*value);
+                break;
+            case ControlKind::CheckBox:
+                field->SetValue(control.Checked);
+                break;
+            case ControlKind::WebAddress:
+            case ControlKind::Resource:
+                if (control.Text != Runtime::Format(field->Value()))
+                    field->SetValue(
+                        control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
+                break;
+            case ControlKind::Picture:
+            case ControlKind::Keyword:
+                break; // changed through their own commands
+            }
+        }
+        set->Update();
+        engine().Idle(Dao::DBEngine::RefreshCache);
+    } catch (const DaoError& error) {
+        reportSaveError(error.number(), error.description());
+        return false;
+    } catch (const Runtime::Error& error) {
+        reportSaveError(error.number(), error.message());
+        return false;
+    }
+    for (CardControl& control : m_controls)
+        control.Touched = false;
+    m_changed = false;
+    notify();
+    return true;
+}
+
+void CardDocument::reportSaveError(int number, const QString& description)
+{
+    notify();
+    switch (number) {
+    case DaoError::DuplicateValue:
+        message(TwoLines(duplicateNameText), int(Frame::MessageIcon::Exclamation));
+        return;
+    case DaoError::ZeroLengthNotAllowed:
+        message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
+        return;
+    case DaoError::ChangedByAnotherUser:
+    case DaoError::LockedBySession:
+    // Another copy holding the file past the busy timeout is the same story to the user: the
+    // card could not be saved because of someone else, and trying again later works.
+    case DaoError::LockedByUser: {
+        message(TwoLines(conflictText), int(Frame::MessageIcon::Exclamation));
+        Dao::Recordset* set = MainTable();
+        try {
+            if (set->EditMode() != Dao::EditMode::None)
+                set->CancelUpdate();
+            if (set->AbsolutePosition() >= 0)
+                set->Move(0); // reads the stored card again
+        } catch (const DaoError&) {
+            // Still out of reach: the card shows what was read last.
+        }
+        if (CardCount() == 0)
+            startNewCard();
+        DisplayCard();
+        return;
+    }
+    case DaoError::NoCurrentRecord:
+        return;
+    default:
+        Frame::CurrentPrompts().message(u"Error %1: %2"_s.arg(number).arg(description), QString(),
+            Frame::MessageIcon::None, Frame::MessageButtons::Ok);
+        return;
+    }
+}
+
+void CardDocument::startNewCard()
+{
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || ReadOnly())
+        return;
+    try {
+        set->AddNew();
+    } catch (const DaoError&) {
+        // A set that takes no new rows shows no new card.
+    }
+}
+
+bool CardDocument::leaveCard(int action)
+{
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr)
+        return false;
+    if (set->EditMode() == Dao::EditMode::Add) {
+        const int name = ControlOfKind(ControlKind::Name);
+        const QString typed = name >= 0 ? m_controls[static_cast<size_t>(name)].Text : QString();
+        if (!typed.trimmed().isEmpty())
+            return SaveCard();
+        if (action == NextCard)
+            message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
+        return true;
+    }
+    if (set->EditMode() == Dao::EditMode::InProgress && set->AbsolutePosition() >= 0)
+        return SaveCard();
+    return true;
+}
+
+void CardDocument::GoToCard(int action)
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || !leaveCard(action))
+        return;
+    try {
+        switch (action) {
+        case FirstCard:
+            set->MoveFirst();
+            break;
+        case PreviousCard:
+            set->MovePrevious();
+            if (set->IsBOF())
+                set->MoveFirst();
+            break;
+        case NextCard:
+            if (!set->IsEOF())
+                set->MoveNext();
+            if (set->IsEOF()) {
+                startNewCard();
+                // Where no new card may be started the last card stays on show.
+                if (set->EditMode() != Dao::EditMode::Add)
+                    set->MoveLast();
+            }
+            break;
+        case LastCard:
+            set->MoveLast();
+            break;
+        default:
+            break;
+        }
+    } catch (const DaoError&) {
+        // No card to move to.
+    }
+    if (CardCount() == 0 && set->EditMode() != Dao::EditMode::Add)
+        startNewCard();
+    DisplayCard();
+}
+
+void CardDocument::AddCard()
+{
+    const ChangeScope scope(*this);
+    // A blank new card on show is already what was asked for.
+    Dao::Recordset* set = MainTable();
+    const int name = ControlOfKind(ControlKind::Name);
+    if (set != nullptr && set->EditMode() == Dao::EditMode::Add && name >= 0
+        && m_controls[static_cast<size_t>(name)].Text.trimmed().isEmpty())
+        return;
+    GoToCard(LastCard);
+    GoToCard(NextCard);
+}
+
+bool CardDocument::DeleteCard()
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || ReadOnly() || CurrentPosition() < 0)
+        return false;
+    const Frame::MessageAnswer answer
+        = Frame::CurrentPrompts().message(GetResString(deleteQuestion), QString(),
+            Frame::MessageIcon::Question, Frame::MessageButtons::YesNo);
+    if (answer != Frame::MessageAnswer::Yes)
+        return false;
+    const qint64 position = set->AbsolutePosition();
+    try {
+        set->Delete();
+        engine().Idle(Dao::DBEngine::RefreshCache);
+    } catch (const DaoError& error) {
+        reportSaveError(error.number(), error.description());
+        return false;
+    }
+    if (set->RecordCount() == 0)
+        startNewCard();
+    else
+        set->SetAbsolutePosition(std::min(position, set->RecordCount() - 1));
+    DisplayCard();
+    return true;
+}
+
+bool CardDocument::GoToNumber(const QString& text)
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr)
+        return false;
+    bool number = false;
+    const int wanted = text.trimmed().toInt(&number);
+    if (!number || wanted < 1 || wanted > CardCount()) {
+        message(GetResString(noSuchCardText), int(Frame::MessageIcon::Exclamation));
+        notify(); // the record box shows the card on show again
+        return false;
+    }
+    if (!leaveCard(0))
+        return false;
+    set->SetAbsolutePosition(std::min<qint64>(wanted - 1, set->RecordCount() - 1));
+    DisplayCard();
+    return true;
+}
+
+void CardDocument::RefreshDatabase()
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || !leaveCard(0))
+        return;
+    const qint64 position = set->AbsolutePosition();
+    try {
+        set->Requery();
+        if (set->RecordCount() > 0)
+            set->SetAbsolutePosition(std::clamp<qint64>(position, 0, set->RecordCount() - 1));
+    } catch (const DaoError& error) {
+        reportSaveError(error.number(), error.description());
+    }
+    if (CardCount() == 0)
+        startNewCard();
+    DisplayCard();
+}
+
+bool CardDocument::AskToSaveCard()
+{
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || set->EditMode() == Dao::EditMode::None || !m_changed)
+        return true;
+    const Frame::MessageAnswer answer = Frame::CurrentPrompts().message(GetResString(saveQuestion),
+        QString(), Frame::MessageIcon::Question, Frame::MessageButtons::YesNo);
+    if (answer == Frame::MessageAnswer::Yes)
+        return SaveCard();
+    const ChangeScope scope(*this);
+    set->CancelUpdate();
+    m_changed = false;
+    notify();
+    return true;
+}
+
+QString CardDocument::RecordNumberText() const
+{
+    const int position = CurrentPosition();
+    return position < 0 ? u"--"_s : QString::number(position + 1);
+}
+
+QString CardDocument::RecordCountText() const
+{
+    return u"/"_s + QString::number(CardCount());
+}
+
+int CardDocument::CardCount() const
+{
+    Dao::Recordset* set = MainTable();
+    return set != nullptr ? static_cast<int>(set->RecordCount()) : 0;
+}
+
+int CardDocument::CurrentPosition() const
+{
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || set->EditMode() == Dao::EditMode::Add)
+        return -1;
+    return static_cast<int>(set->AbsolutePosition());
+}
+
+bool CardDocument::CanMoveBack() const
+{
+    Dao::Recordset* set = MainTable();
+    return set != nullptr && CardCount() > 0 && CurrentPosition() != 0;
+}
+
+void CardDocument::ShowCardAt(int position)
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || position < 0 || position >= CardCount())
+        return;
+    set->SetAbsolutePosition(position);
+    DisplayCard();
+}
+
+bool CardDocument::ShowCardNamed(const QString& name)
+{
+    const ChangeScope scope(*this);
+    Dao::Recordset* set = MainTable();
+    if (set == nullptr || CardCount() == 0)
+        return false;
+    QString quoted = name;
+    quoted.replace(u'\'', u"''"_s);
+    set->MoveFirst();
+    set->FindFirst(u"[CardName] = '"_s + quoted + u"'"_s);
+    if (set->NoMatch())
+        return false;
+    DisplayCard();
+    return true;
+}
+
+QStringList CardDocument::CardLines() const
+{
+    QStringList lines;
+    for (const CardControl& control : m_controls) {
+        QString text;
+        switch (control.Kind) {
+        case ControlKind::Name:
+            lines.append(u"Name\t"_s + control.Text);
+            continue;
+        case ControlKind::TextField:
+        case ControlKind::DropDown:
+        case ControlKind::WebAddress:
+        case ControlKind::Resource:
+            text = control.Text;
+            break;
+        case ControlKind::CheckBox:
+            text = control.Checked ? u"1"_s : u"0"_s;
+            break;
+        case ControlKind::DatePicker:
+            text = control.Null ? QString()
+                                : Runtime::Format(Variant::date(control.Date), control.Format);
+            break;
+        default:
+            continue;
+        }
+        if (control.Visible)
+            lines.append(control.Label + u'\t' + text);
+    }
+    return lines;
+}
+
+bool CardDocument::ImportWithDialog()
+{
+    if (!m_cards || ReadOnly())
+        return false;
+    const Frame::FileDialogRequest request { GetResString(importTitle), GetResString(importFilter),
+        1, m_host != nullptr ? m_host->DialogFolder() : QString(), QString() };
+    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().openFile(request);
+    if (!choice || choice->path.isEmpty())
+        return false;
+    if (m_host != nullptr)
+        m_host->RememberDialogFolder(choice->path);
+    return ImportCards(choice->path);
+}
+
+bool CardDocument::ImportCards(const QString& path)
+{
+    const ChangeScope scope(*this);
+    if (!m_cards || ReadOnly() || !leaveCard(0))
+        return false;
+    CardImportResult result;
+    QString failure;
+    {
+        const Frame::Hourglass hourglass;
+        try {
+            result = ImportCardRows(*m_cards, path);
+        } catch (const DaoError& error) {
+            failure = u"Error %1: %2"_s.arg(error.number()).arg(error.description());
+        }
+    }
+    // The card set was opened anew: show it as button 17 would.
+    if (CardCount() == 0)
+        startNewCard();
+    DisplayCard();
+    if (!failure.isEmpty()) {
+        message(failure, int(Frame::MessageIcon::Exclamation));
+        return false;
+    }
+    if (result.DuplicateNames == 1)
+        message(GetResString(oneDuplicateRowText), int(Frame::MessageIcon::Information));
+    else if (result.DuplicateNames > 1)
+        message(QString::number(result.DuplicateNames) + GetResString(duplicateRowsText),
+            int(Frame::MessageIcon::Information));
+    if (result.OtherRefused > 0)
+        message(result.FirstRefusal, int(Frame::MessageIcon::Exclamation));
+    return true;
+}
+
+bool CardDocument::reopen(bool exclusive)
+{
+    try {
+        m_cards->OpenCardDatabase(m_fileName, exclusive);
+        return true;
+    } catch (const DaoError& error) {
+        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
+            int(Frame::MessageIcon::None));
+    }
+    // Back as it was: shared.
+    try {
+        m_cards->OpenCardDatabase(m_fileName, false);
+    } catch (const DaoError&) { }
+    return false;
+}
+
+bool CardDocument::SetFieldEditing(bool on)
+{
+    const ChangeScope scope(*this);
+    if (!m_cards || on == m_fieldEditing || (on && ReadOnly()))
+        return false;
+    if (!leaveCard(0))
+        return false;
+    // Changing columns needs the file to itself.
+    const bool done = reopen(on);
+    m_fieldEditing = done ? on : false;
+    BuildCardLayout();
+    if (m_fieldEditing) {
+        // No stored card is on show while the layout is designed.
+        startNewCard();
+    } else if (CardCount() > 0) {
+        MainTable()->MoveLast();
+    } else {
+        startNewCard();
+    }
+    DisplayCard();
+    return done;
+}
+
+void CardDocument::SelectControl(int control)
+{
+    const ChangeScope scope(*this);
+    m_selectedControl = control == m_selectedControl ? -1 : control;
+    notify();
+}
+
+void CardDocument::MoveField(int index, int left, int top)
+{
+    const ChangeScope scope(*this);
+    if (!m_cards || !m_fieldEditing || index < 0 || index >= static_cast<int>(m_controls.size()))
+        return;
+    CardControl& control = m_controls[static_cast<size_t>(index)];
+    if (control.FieldType < TextField || control.FieldType > ResourceField)
+        return;
+    const int x = left / LayoutGrid * LayoutGrid;
+    const int y = top / LayoutGrid * LayoutGrid;
+    ++m_layoutVersion;
+    control.FieldRect.moveTo(x, y);
+    if (control.Kind == ControlKind::TextField || control.Kind == ControlKind::DatePicker)
+        control.LabelRect.moveTo(x - control.LabelRect.width() - 105, y + 60);
+    try {
+        const auto field = m_cards->MainTableDef()->Fields(control.FieldName);
+        SetDaoProperty(*field, u"FieldLeft"_s, qint64(control.FieldRect.left()));
+        SetDaoProperty(*field, u"FieldTop"_s, qint64(control.FieldRect.top()));
+        SetDaoProperty(*field, u"FieldWidth"_s, qint64(control.FieldRect.width()));
+        SetDaoProperty(*field, u"FieldHeight"_s, qint64(control.FieldRect.height()));
+        if (control.HasLabel) {
+            SetDaoProperty(*field, u"LabelLeft"_s, qint64(control.LabelRect.left()));
+            SetDaoProperty(*field, u"LabelTop"_s, qint64(control.LabelRect.top()));
+            SetDaoProperty(*field, u"LabelWidth"_s, qint64(control.LabelRect.width()));
+            SetDaoProperty(*field, u"LabelHeight"_s, qint64(control.LabelRect.height()));
+        }
+    } catch (const DaoError& error) {
+        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
+            int(Frame::MessageIcon::None));
+    }
+    notify();
+}
+
+} // namespace Bramlet
