@@ -307,31 +307,16 @@ TEST_F(GraphWindowTest, MenusFollowTheGraph)
     EXPECT_TRUE(window->Action(Menu::Scattergram)->isChecked());
 }
 
-struct SortRow
-{
-    const char* name;
-    int menuId;
-    QStringList order;
-};
-
-class GraphWindowSortTest : public GraphWindowTest, public testing::WithParamInterface<SortRow>
-{
-};
-
-TEST_P(GraphWindowSortTest, SortCommandsReorderTheGrid)
+// The sorting itself is the graph's; the window forwards and shows the new order.
+TEST_F(GraphWindowTest, SortCommandsReorderTheGrid)
 {
     TypeRows({ { u"Cats"_s, u"2"_s }, { u"Ants"_s, u"30"_s }, { u"Bees"_s, u"10"_s } });
-    window->Action(Menu::SortByName)->trigger();
-    window->Action(GetParam().menuId)->trigger();
-    for (int row = 0; row < 3; ++row)
-        EXPECT_EQ(Cell(row, 0), GetParam().order[row]) << row;
+    window->Action(Menu::SortByNumber)->trigger();
+    EXPECT_EQ(Cell(0, 0), u"Cats"_s);
+    EXPECT_EQ(Cell(2, 0), u"Ants"_s);
+    window->Action(Menu::RestoreSort)->trigger();
+    EXPECT_EQ(Cell(1, 0), u"Ants"_s);
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, GraphWindowSortTest,
-    testing::Values(SortRow { "byName", Menu::SortByName, { u"Ants"_s, u"Bees"_s, u"Cats"_s } },
-        SortRow { "byNumber", Menu::SortByNumber, { u"Cats"_s, u"Bees"_s, u"Ants"_s } },
-        SortRow { "restored", Menu::RestoreSort, { u"Cats"_s, u"Ants"_s, u"Bees"_s } }),
-    [](const testing::TestParamInfo<SortRow>& info) { return info.param.name; });
 
 TEST_F(GraphWindowTest, TextStyleSetsTheGraphFontUnlessCancelled)
 {
