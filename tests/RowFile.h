@@ -29,8 +29,8 @@
 //
 // Nothing is skipped silently: a missing file, a file without rows, a header without `name`,
 // and a malformed line (wrong number of fields, bad or repeated name, unknown <marker>, plain
-// blank at a field's end) each become a case that fails, naming the file and line. A field that
-// does not read as the kind a test asks for (a number, yes or no) fails that case.
+// blank at a field's end) each become a case that fails, named after its line (line12). A field
+// that does not read as the kind a test asks for (a number, yes or no) fails that case.
 //
 //     class ValReading : public RowFile::RowTest<> {};
 //     TEST_P(ValReading, ReadsTheNumber) { EXPECT_EQ(Val(row().text("text")), ...); }
@@ -125,15 +125,14 @@ public:
     qint64 whole(const char* column) const
     {
         QString text = this->text(column);
-        const bool negative = text.startsWith(u'-');
-        if (negative)
-            text.remove(0, 1);
-        const bool hex = text.startsWith(u"0x");
+        const bool hex = text.startsWith(u"0x") || text.startsWith(u"-0x");
+        if (hex)
+            text.remove(text.indexOf(u"0x"), 2);
         bool ok = false;
-        const qint64 value = text.sliced(hex ? 2 : 0).toLongLong(&ok, hex ? 16 : 10);
+        const qint64 value = text.toLongLong(&ok, hex ? 16 : 10);
         if (!ok)
             ADD_FAILURE() << where() << ": column " << column << " is no whole number";
-        return negative ? -value : value;
+        return value;
     }
 
     // yes or no.
@@ -175,77 +174,60 @@ inline void PrintTo(const Row& row, std::ostream* stream)
 // The rows of `file` under the test data folder, malformed lines included as failing rows.
 inline std::vector<Row> Load(const char* file)
 {
+    static const QRegularExpression validName(QStringLiteral("^[A-Za-z0-9_]+$"));
     std::vector<Row> rows;
-    const auto fail = [&](int line, const char* name, const QString& problem) {
-        Row row;
-        row.name = name + (line ? "Line" + std::to_string(line) : std::string());
+    std::set<std::string> names;
+    std::shared_ptr<const QStringList> columns;
+    // A failing row is named after its line, made unique: the tests need unique names.
+    const auto add = [&](int line, const QStringList& fields, const QString& problem) {
+        Row& row = rows.emplace_back();
+        row.name = problem.isEmpty() ? fields[0].toStdString() : "line" + std::to_string(line);
+        while (!names.insert(row.name).second)
+            row.name += '_';
         row.file = QString::fromUtf8(file);
         row.line = line;
         row.problem = problem;
-        rows.push_back(row);
+        row.columns = columns;
+        row.fields = fields;
     };
     QFile input(QStringLiteral(QUORBIN_TEST_DATA "/") + QString::fromUtf8(file));
-    if (!input.open(QIODevice::ReadOnly)) {
-        fail(0, "missingFile", QStringLiteral("cannot read ") + input.fileName());
-        return rows;
-    }
-    static const QRegularExpression name(QStringLiteral("^[A-Za-z0-9_]+$"));
-    std::shared_ptr<const QStringList> columns;
-    std::set<std::string> names;
+    if (!input.open(QIODevice::ReadOnly))
+        add(0, {}, QStringLiteral("cannot read ") + input.fileName());
     int number = 0;
     for (const QByteArray& bytes : input.readAll().split('\n')) {
         ++number;
-        QString line = QString::fromUtf8(bytes);
-        if (line.endsWith(u'\r'))
-            line.chop(1);
+        const QString line = QString::fromUtf8(bytes.endsWith('\r') ? bytes.chopped(1) : bytes);
         if (line.trimmed().isEmpty() || line.startsWith(u'#'))
             continue;
         QStringList fields = line.split(u'\t', Qt::SkipEmptyParts);
+        QString problem;
         if (!columns) {
-            if (fields.value(0) != u"name" || fields.removeDuplicates() > 0)
-                fail(number, "badHeader",
-                    QStringLiteral("the header must name distinct columns, `name` first"));
             columns = std::make_shared<const QStringList>(fields);
+            if (fields.value(0) != u"name" || fields.removeDuplicates() > 0)
+                add(number, {},
+                    QStringLiteral("the header must name distinct columns, name first"));
             continue;
         }
-        QString problem;
         for (const QString& field : fields) {
             if (field.startsWith(u' ') || field.endsWith(u' '))
                 problem = QStringLiteral("a blank at the end of a field is written <space>");
             if (!Detail::Decode(field, [](QStringView, int) {}))
                 problem = QStringLiteral("unknown marker in ") + field;
         }
-        if (line.startsWith(u'\t') || fields.size() != columns->size())
+        if (line.startsWith(u'\t'))
+            problem = QStringLiteral("a row starts with its name, not a tab");
+        else if (fields.size() != columns->size())
             problem = QStringLiteral("%1 fields where the header has %2")
                           .arg(fields.size())
                           .arg(columns->size());
-        else if (!name.match(fields[0]).hasMatch())
+        else if (!validName.match(fields[0]).hasMatch())
             problem = QStringLiteral("a name is letters, digits and underscores");
         else if (names.count(fields[0].toStdString()))
             problem = QStringLiteral("the name is taken by an earlier row");
-        if (!problem.isEmpty()) {
-            fail(number, "malformed", problem);
-            continue;
-        }
-        Row row;
-        row.name = fields[0].toStdString();
-        row.file = QString::fromUtf8(file);
-        row.line = number;
-        row.columns = columns;
-        row.fields = fields;
-        names.insert(row.name);
-        rows.push_back(row);
+        add(number, fields, problem);
     }
     if (rows.empty())
-        fail(0, "noRows", QStringLiteral("no rows"));
-    // A failing row's made-up name never clashes with a real one: the tests need unique names.
-    for (Row& row : rows) {
-        if (row.problem.isEmpty())
-            continue;
-        while (names.count(row.name))
-            row.name += '_';
-        names.insert(row.name);
-    }
+        add(0, {}, QStringLiteral("no rows"));
     return rows;
 }
 
