@@ -71,9 +71,12 @@ TEST_P(SplitRows, GivesCalendarDateAndTime)
               { "day", &DateTimeParts::day, &Day }, { "hour", &DateTimeParts::hour, &Hour },
               { "minute", &DateTimeParts::minute, &Minute },
               { "second", &DateTimeParts::second, &Second } };
-    for (const auto& [column, member, function] : parts) {
-        ExpectOutcome(row(), column, [&] { return SplitDateSerial(serial).*member; });
-        ExpectOutcome(row(), column, [&] { return function(serial); });
+    for (const auto& part : parts) {
+        // Lambdas cannot capture structured bindings under every compiler the suite builds with.
+        const auto member = std::get<1>(part);
+        const auto function = std::get<2>(part);
+        ExpectOutcome(row(), std::get<0>(part), [&] { return SplitDateSerial(serial).*member; });
+        ExpectOutcome(row(), std::get<0>(part), [&] { return function(serial); });
     }
     EXPECT_EQ(IsValidDateSerial(serial), !row().text("year").startsWith(u"error"));
 }
