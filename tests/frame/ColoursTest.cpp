@@ -1,6 +1,6 @@
 #include "frame/Colours.h"
 
-#include "TableRows.h"
+#include "RowFile.h"
 #include "frame/FrameSettings.h"
 
 #include <QFile>
@@ -13,7 +13,8 @@ using Frame::ColourEntry;
 
 namespace {
 
-using TestRows::PrintTo;
+using RowFile::In;
+using RowFile::Named;
 
 QList<ColourEntry> ReadTable(const QByteArray& contents)
 {
@@ -29,57 +30,38 @@ QList<ColourEntry> ReadTable(const QByteArray& contents)
 
 // ---- The colour settings file -------------------------------------------------------------
 
-struct TableRow
+// A colour table as the rows write it: name=value entries separated by ", ".
+QList<ColourEntry> TableOf(const RowFile::Row& row, const char* column)
 {
-    const char* name;
-    QByteArray file; // null: no file at all
-    QList<ColourEntry> expected;
-};
+    QList<ColourEntry> table;
+    for (const QString& entry : row.list(column)) {
+        const qsizetype equals = entry.lastIndexOf(u'=');
+        bool ok = false;
+        table.append(
+            { entry.first(equals), std::int32_t(entry.sliced(equals + 1).toLongLong(&ok, 0)) });
+        EXPECT_TRUE(ok) << row.where() << ": " << entry.toStdString();
+    }
+    return table;
+}
 
-class ColourFile : public testing::TestWithParam<TableRow>
+class ColourFile : public RowFile::RowTest<>
 {
 };
 
 TEST_P(ColourFile, GivesTheColourTable)
 {
-    const QList<ColourEntry> table = ReadTable(GetParam().file);
-    const QList<ColourEntry>& expected = GetParam().expected;
+    const QList<ColourEntry> table
+        = ReadTable(row().text("file") == u"(no file)" ? QByteArray() : row().bytes("file"));
+    const QList<ColourEntry> expected = TableOf(row(), "colours");
     ASSERT_EQ(table.size(), expected.size());
     for (qsizetype index = 0; index < table.size(); ++index) {
-        EXPECT_EQ(table[index].Name, expected[index].Name) << "entry " << index;
+        EXPECT_EQ(table[index].Name.toStdString(), expected[index].Name.toStdString())
+            << "entry " << index;
         EXPECT_EQ(table[index].Value, expected[index].Value) << "entry " << index;
     }
 }
 
-const QList<ColourEntry> noColours { ColourEntry { QString(), 0 } };
-
-INSTANTIATE_TEST_SUITE_P(Rows, ColourFile,
-    testing::Values(TableRow { "missing_file", QByteArray(), noColours },
-        TableRow { "two_colours",
-            "[Quorbin Colours]\r\nNumber=2\r\nColourName1=RED\r\nColourValue1=255\r\n"
-            "ColourName2=LIGHT BLUE\r\nColourValue2=&HE6D8AD\r\n",
-            { { u"RED"_s, 255 }, { u"LIGHT BLUE"_s, 0xE6D8AD } } },
-        TableRow { "number_three_with_one_colour",
-            "[Quorbin Colours]\nNumber=3\nColourName1=RED\nColourValue1=255\n",
-            { { u"RED"_s, 255 }, { QString(), 0 }, { QString(), 0 } } },
-        TableRow { "short_hex_reads_as_16_bits",
-            "[Quorbin Colours]\nNumber=2\nColourValue1=&HFF00\nColourValue2=&HFF00&\n",
-            { { QString(), -256 }, { QString(), 0xFF00 } } },
-        TableRow { "value_read_leniently",
-            "[Quorbin Colours]\nNumber=3\nColourValue1=  12abc\nColourValue2=blue\n"
-            "ColourValue3=2.5\n",
-            { { QString(), 12 }, { QString(), 0 }, { QString(), 2 } } },
-        TableRow { "value_too_large_reads_zero",
-            "[Quorbin Colours]\nNumber=1\nColourValue1=99999999999\n", { { QString(), 0 } } },
-        TableRow { "number_missing", "[Quorbin Colours]\nColourName1=RED\n", noColours },
-        TableRow { "number_rounds_half_to_even",
-            "[Quorbin Colours]\nNumber=2.5\nColourName3=NOT READ\n",
-            { { QString(), 0 }, { QString(), 0 } } },
-        TableRow { "other_section_ignored", "[Colours]\nNumber=1\nColourName1=RED\n", noColours },
-        TableRow { "names_kept_with_inner_blanks",
-            "[quorbin colours]\nnumber = 1\ncolourname1 = \" Sky  Blue \"\n",
-            { { u" Sky  Blue "_s, 0 } } }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, ColourFile, In("frame/colours/colourFile.rows"), Named());
 
 TEST(ColourFile, HugeNumberIsCut)
 {
@@ -107,80 +89,42 @@ TEST(ShippedColourFile, HoldsTheNamedColoursTheProgramLooksUp)
 
 // ---- Lookups --------------------------------------------------------------------------------
 
-struct ByNameRow
-{
-    const char* name;
-    QList<ColourEntry> table;
-    QString sought;
-    std::int32_t expected;
-};
-
-class ColourByName : public testing::TestWithParam<ByNameRow>
+class ColourByName : public RowFile::RowTest<>
 {
 };
 
 TEST_P(ColourByName, FindsTheValue)
 {
-    EXPECT_EQ(Frame::ColourValueByName(GetParam().sought, GetParam().table), GetParam().expected);
+    EXPECT_EQ(Frame::ColourValueByName(row().text("sought"), TableOf(row(), "table")),
+        row().whole("value"));
 }
 
-const QList<ColourEntry> darkRedFirst { { u"DARK RED"_s, 128 }, { u"RED"_s, 255 } };
-const QList<ColourEntry> redFirst { { u"RED"_s, 255 }, { u"DARK RED"_s, 128 } };
+INSTANTIATE_TEST_SUITE_P(Rows, ColourByName, In("frame/colours/colourByName.rows"), Named());
 
-INSTANTIATE_TEST_SUITE_P(Rows, ColourByName,
-    testing::Values(ByNameRow { "exact_match_wins", darkRedFirst, u"RED"_s, 255 },
-        ByNameRow { "lower_case_takes_last_containing", darkRedFirst, u"red"_s, 255 },
-        ByNameRow { "lower_case_order_reversed", redFirst, u"red"_s, 128 },
-        ByNameRow { "part_of_a_name", redFirst, u"dark"_s, 128 },
-        ByNameRow { "not_found", redFirst, u"GREEN"_s, -1 },
-        ByNameRow { "nameless_table", { { QString(), 0 } }, u"RED"_s, -1 },
-        ByNameRow { "exact_match_stops_the_search", { { u"BLUE"_s, 1 }, { u"LIGHT BLUE"_s, 2 } },
-            u"BLUE"_s, 1 },
-        ByNameRow { "non_ascii_without_case", { { u"ROSÉ"_s, 9 } }, u"rosé"_s, 9 }),
-    TestRows::Named());
-
-TEST(ColourByValue, IsTheFirstNameWithThatValueOrEmpty)
+class ColourByValue : public RowFile::RowTest<>
 {
-    EXPECT_EQ(Frame::ColourNameByValue(128, redFirst), u"DARK RED"_s);
-    EXPECT_EQ(Frame::ColourNameByValue(5, { { u"A"_s, 5 }, { u"B"_s, 5 } }), u"A"_s);
-    EXPECT_EQ(Frame::ColourNameByValue(-1, redFirst), QString());
-}
-
-// ---- Shading --------------------------------------------------------------------------------
-
-struct ShadeRow
-{
-    const char* name;
-    std::int32_t colour;
-    double percent;
-    std::int32_t expected;
 };
 
-class Shade : public testing::TestWithParam<ShadeRow>
+TEST_P(ColourByValue, IsTheFirstNameWithThatValueOrEmpty)
+{
+    EXPECT_EQ(Frame::ColourNameByValue(std::int32_t(row().whole("value")), TableOf(row(), "table"))
+                  .toStdString(),
+        row().text("colourName").toStdString());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ColourByValue, In("frame/colours/colourByValue.rows"), Named());
+
+class Shade : public RowFile::RowTest<>
 {
 };
 
 TEST_P(Shade, GivesTheShadedColour)
 {
-    EXPECT_EQ(Frame::ShadeColour(GetParam().colour, GetParam().percent), GetParam().expected);
+    EXPECT_EQ(Frame::ShadeColour(std::int32_t(row().whole("colour")), row().number("percent")),
+        row().whole("shaded"));
 }
 
-constexpr std::int32_t Rgb(int red, int green, int blue)
-{
-    return red + green * 256 + blue * 65536;
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, Shade,
-    testing::Values(ShadeRow { "red_darkened_half_rounds_to_even", 255, -50, Rgb(128, 0, 0) },
-        ShadeRow { "red_lightened_half", 255, 50, Rgb(255, 128, 128) },
-        ShadeRow { "full_dark_is_black", 0xFFFFFF, -100, 0 },
-        ShadeRow { "full_light_is_white", 0x000000, 100, 0xFFFFFF },
-        ShadeRow { "lighten_each_channel", Rgb(0, 100, 255), 20, Rgb(51, 131, 255) },
-        ShadeRow { "half_down_to_even", Rgb(1, 3, 5), -50, Rgb(0, 2, 2) },
-        ShadeRow { "beyond_minus_100_held", Rgb(200, 100, 50), -150, 0 },
-        ShadeRow { "beyond_100_held", Rgb(200, 100, 50), 250, 0xFFFFFF },
-        ShadeRow { "top_byte_dropped", 0x7F0000FF, 0, 0x0000FF }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, Shade, In("frame/colours/shade.rows"), Named());
 
 // Values are 0x00BBGGRR: a swap would paint every red bar blue.
 TEST(QtColour, RoundTripsTheProgramsValues)

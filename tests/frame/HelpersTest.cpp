@@ -1,144 +1,91 @@
 #include "frame/Helpers.h"
 
-#include "TableRows.h"
+#include "RowFile.h"
 #include "frame/FileFilters.h"
-#include "platform/runtime/Error.h"
+#include "platform/runtime/RuntimeRows.h"
 
 #include <QImage>
 #include <gtest/gtest.h>
-#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using TestRows::PrintTo;
+using RowFile::In;
+using RowFile::Named;
 
-// ---- Log10Of --------------------------------------------------------------------------------
-
-TEST(Log10, IsTheDecimalLogarithm)
+class Log10 : public RowFile::RowTest<>
 {
-    EXPECT_NEAR(Frame::Log10Of(1000), 3, 1e-12);
-    EXPECT_NEAR(Frame::Log10Of(0.1), -1, 1e-12);
-    EXPECT_NEAR(Frame::Log10Of(50), 1.6989700043360187, 1e-12);
-}
-
-TEST(Log10, RefusesZeroNegativeAndNaNWithError5)
-{
-    for (const double x : { 0.0, -1.0, std::numeric_limits<double>::quiet_NaN() }) {
-        try {
-            Frame::Log10Of(x);
-            ADD_FAILURE() << "no error for " << x;
-        } catch (const Runtime::Error& error) {
-            EXPECT_EQ(error.number(), 5) << x;
-        }
-    }
-}
-
-// ---- NumericKeyFilter -----------------------------------------------------------------------
-
-struct KeyRow
-{
-    const char* name;
-    int key;
-    QString mode;
-    bool passes;
 };
 
-class KeyFilter : public testing::TestWithParam<KeyRow>
+TEST_P(Log10, IsTheDecimalLogarithm)
+{
+    RuntimeRows::ExpectOutcome(
+        row(), "log10", [&] { return Frame::Log10Of(row().number("value")); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Log10, In("frame/helpers/log10.rows"), Named());
+
+class KeyFilter : public RowFile::RowTest<>
 {
 };
 
 TEST_P(KeyFilter, PassesOrSwallows)
 {
-    const KeyRow& row = GetParam();
-    EXPECT_EQ(Frame::NumericKeyFilter(row.key, row.mode), row.passes ? row.key : 0);
+    const int key = row().text("key").front().unicode();
+    EXPECT_EQ(Frame::NumericKeyFilter(key, row().text("mode")), row().flag("passes") ? key : 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, KeyFilter,
-    testing::Values(KeyRow { "enter_in_N", 13, u"N"_s, true },
-        KeyRow { "minus_swallowed_in_N", '-', u"N"_s, false },
-        KeyRow { "point_swallowed_in_N", '.', u"N"_s, false },
-        KeyRow { "minus_passes_in_I", '-', u"I"_s, true },
-        KeyRow { "point_swallowed_in_I", '.', u"I"_s, false },
-        KeyRow { "point_passes_in_decimal", '.', u"D"_s, true },
-        KeyRow { "letter_swallowed", 'a', QString(), false },
-        KeyRow { "slash_before_zero_swallowed", '/', QString(), false },
-        KeyRow { "colon_after_nine_swallowed", ':', QString(), false },
-        KeyRow { "non_ascii_digit_swallowed", 0x0663, QString(), false }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, KeyFilter, In("frame/helpers/numericKeys.rows"), Named());
 
-// ---- FitPictureRect -------------------------------------------------------------------------
-
-struct FitRow
-{
-    const char* name;
-    int pictureWidth, pictureHeight, boxWidth, boxHeight, centreX, centreY;
-    int left, top, right, bottom;
-};
-
-class FitPicture : public testing::TestWithParam<FitRow>
+class FitPicture : public RowFile::RowTest<>
 {
 };
 
 TEST_P(FitPicture, GivesTheRectangle)
 {
-    const FitRow& row = GetParam();
-    const QRect rect = Frame::FitPictureRect(
-        row.pictureWidth, row.pictureHeight, row.boxWidth, row.boxHeight, row.centreX, row.centreY);
-    EXPECT_EQ(rect.left(), row.left);
-    EXPECT_EQ(rect.top(), row.top);
-    EXPECT_EQ(rect.left() + rect.width(), row.right);
-    EXPECT_EQ(rect.top() + rect.height(), row.bottom);
+    // The two numbers of a "width height" or "x y" field.
+    const auto pair = [&](const char* column) {
+        const QStringList numbers = row().list(column, u" "_s);
+        EXPECT_EQ(numbers.size(), 2) << column;
+        return std::pair(numbers.value(0).toInt(), numbers.value(1).toInt());
+    };
+    const auto [pictureWidth, pictureHeight] = pair("picture");
+    const auto [boxWidth, boxHeight] = pair("box");
+    const auto [centreX, centreY] = pair("centre");
+    const QRect rect
+        = Frame::FitPictureRect(pictureWidth, pictureHeight, boxWidth, boxHeight, centreX, centreY);
+    EXPECT_EQ(rect.left(), row().whole("left"));
+    EXPECT_EQ(rect.top(), row().whole("top"));
+    EXPECT_EQ(rect.left() + rect.width(), row().whole("right"));
+    EXPECT_EQ(rect.top() + rect.height(), row().whole("bottom"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FitPicture,
-    testing::Values(FitRow { "never_enlarged", 100, 50, 400, 400, 200, 200, 150, 175, 250, 225 },
-        FitRow { "shrunk_half_rounds_to_even", 100, 50, 50, 50, 25, 25, 0, 12, 50, 37 },
-        FitRow { "tall_picture_fits_height", 50, 200, 100, 100, 50, 50, 38, 0, 63, 100 },
-        FitRow { "height_and_corner_round_half_to_even", 10, 5, 5, 5, 0, 0, -2, -1, 3, 1 },
-        FitRow { "no_picture_width", 0, 50, 100, 100, 10, 20, 10, 20, 10, 20 },
-        FitRow { "negative_picture", -5, 50, 100, 100, 10, 20, 10, 20, 10, 20 },
-        FitRow { "negative_box_is_empty", 100, 50, -40, 50, 7, 7, 7, 7, 7, 7 }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, FitPicture, In("frame/helpers/fitPicture.rows"), Named());
 
-// ---- FileTitleOf ----------------------------------------------------------------------------
-
-struct TitleRow
-{
-    const char* name;
-    QString path;
-    QString expected;
-};
-
-class FileTitle : public testing::TestWithParam<TitleRow>
+class FileTitle : public RowFile::RowTest<>
 {
 };
 
 TEST_P(FileTitle, IsTheNameWithoutExtension)
 {
-    EXPECT_EQ(Frame::FileTitleOf(GetParam().path), GetParam().expected);
+    EXPECT_EQ(
+        Frame::FileTitleOf(row().text("path")).toStdString(), row().text("title").toStdString());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FileTitle,
-    testing::Values(TitleRow { "windows_path", u"C:\\Class\\Pets.qnd"_s, u"Pets"_s },
-        TitleRow { "mixed_separators_last_wins", u"C:\\a/b\\Birds.qnp"_s, u"Birds"_s },
-        TitleRow { "no_separator", u"Pets.qnd"_s, u"Pets"_s },
-        TitleRow { "points_inside_name_kept", u"/x/Class 4.2 pets.qnc"_s, u"Class 4.2 pets"_s },
-        TitleRow { "name_shorter_than_extension", u"/x/ab"_s, QString() },
-        TitleRow { "non_ascii", u"/home/zoë/Fêtes.qnd"_s, u"Fêtes"_s }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, FileTitle, In("frame/helpers/fileTitles.rows"), Named());
 
-// ---- TwipsToPixels --------------------------------------------------------------------------
-
-TEST(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
+class Twips : public RowFile::RowTest<>
 {
-    EXPECT_EQ(Frame::TwipsToPixels(1440, 96), 96);
-    EXPECT_EQ(Frame::TwipsToPixels(2400, 120), 200);
-    EXPECT_EQ(Frame::TwipsToPixels(7.5, 96), 0);
-    EXPECT_EQ(Frame::TwipsToPixels(22.5, 96), 2);
-    EXPECT_EQ(Frame::TwipsToPixels(-1440, 96), -96);
+};
+
+TEST_P(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
+{
+    EXPECT_EQ(
+        Frame::TwipsToPixels(row().number("twips"), row().number("dpi")), row().whole("pixels"));
 }
+
+INSTANTIATE_TEST_SUITE_P(Rows, Twips, In("frame/helpers/twips.rows"), Named());
 
 // ---- TextWidthPixels ------------------------------------------------------------------------
 
@@ -165,34 +112,16 @@ TEST(TextWidth, FollowsTheTextAndTheDeviceResolution)
 
 // ---- File filters ---------------------------------------------------------------------------
 
-struct FilterRow
-{
-    const char* name;
-    QString programFilter;
-    QStringList expected;
-};
-
-class NameFilters : public testing::TestWithParam<FilterRow>
+class NameFilters : public RowFile::RowTest<>
 {
 };
 
 TEST_P(NameFilters, BecomeQtForm)
 {
-    EXPECT_EQ(Frame::QtNameFilters(GetParam().programFilter), GetParam().expected);
+    EXPECT_EQ(Frame::QtNameFilters(row().text("filter")).join(u" | ").toStdString(),
+        row().text("qtFilters").toStdString());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, NameFilters,
-    testing::Values(
-        FilterRow { "open_dialog",
-            u"All Quorbin Files|*.qnp;*.qnd;*.qnc|Ormsey Files|*.qnp|DataBase Files|*.qnd|"
-            "Tillane Files|*.qnc"_s,
-            { u"All Quorbin Files (*.qnp *.qnd *.qnc)"_s, u"Ormsey Files (*.qnp)"_s,
-                u"DataBase Files (*.qnd)"_s, u"Tillane Files (*.qnc)"_s } },
-        FilterRow { "blanks_and_empty_patterns_dropped", u"Text|*.txt; ;*.csv;"_s,
-            { u"Text (*.txt *.csv)"_s } },
-        FilterRow { "patterns_already_shown_once", u"Windows Enhanced Metafiles (*.emf)|*.emf"_s,
-            { u"Windows Enhanced Metafiles (*.emf)"_s } },
-        FilterRow { "empty", QString(), {} }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, NameFilters, In("frame/helpers/nameFilters.rows"), Named());
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "graph/Graph.h"
 
+#include "RowFile.h"
 #include "frame/FrameSettings.h"
 #include "platform/emf/Player.h"
 #include "platform/runtime/Error.h"
@@ -212,94 +213,57 @@ TEST_F(GraphTest, PlotTypeHandlerSeesCurrentStatistics)
     EXPECT_EQ(itemsSeen, 2);
 }
 
-struct RegressionRow
-{
-    const char* name;
-    QList<std::pair<QString, QString>> rows;
-    bool valid;
-    double slope;
-    double intercept;
-    double correlation;
-};
-
-class RegressionTest : public GraphTest, public testing::WithParamInterface<RegressionRow>
+class RegressionTest : public RowFile::RowTest<GraphTest>
 {
 };
 
 TEST_P(RegressionTest, GivesTheLeastSquaresLine)
 {
-    const RegressionRow& row = GetParam();
     Graph graph;
-    Fill(graph, row.rows);
+    int r = 0;
+    for (const QString& point : row().list("points")) {
+        const QStringList xy = point.split(u' ');
+        graph.Data(r, 0, point == u"-" ? QString() : xy.value(0));
+        graph.Data(r++, 1, point == u"-" ? QString() : xy.value(1));
+    }
     graph.RecalculateStatistics();
-    ASSERT_EQ(graph.RegressionValid, row.valid);
-    if (!row.valid)
+    ASSERT_EQ(graph.RegressionValid, row().flag("valid"));
+    if (!graph.RegressionValid)
         return;
-    EXPECT_NEAR(graph.RegressionSlope, row.slope, 1e-12);
-    EXPECT_NEAR(graph.RegressionIntercept, row.intercept, 1e-12);
-    EXPECT_NEAR(graph.CorrelationCoefficient, row.correlation, 1e-12);
+    EXPECT_NEAR(graph.RegressionSlope, row().number("slope"), 1e-12);
+    EXPECT_NEAR(graph.RegressionIntercept, row().number("intercept"), 1e-12);
+    EXPECT_NEAR(graph.CorrelationCoefficient, row().number("correlation"), 1e-12);
 }
 
-INSTANTIATE_TEST_SUITE_P(Graph, RegressionTest,
-    testing::Values(RegressionRow { "TwoPointsOnALine", { { u"1"_s, u"2"_s }, { u"2"_s, u"4"_s } },
-                        true, 2, 0, 1 },
-        RegressionRow {
-            "FallingLine", { { u"0"_s, u"10"_s }, { u"5"_s, u"0"_s } }, true, -2, 10, -1 },
-        // (1,1) (2,3) (3,2): slope 0.5, intercept 1, r = 0.5.
-        RegressionRow { "Scatter", { { u"1"_s, u"1"_s }, { u"2"_s, u"3"_s }, { u"3"_s, u"2"_s } },
-            true, 0.5, 1, 0.5 },
-        RegressionRow { "AllXEqual", { { u"3"_s, u"1"_s }, { u"3"_s, u"5"_s } }, false, 0, 0, 0 },
-        RegressionRow { "AllYEqual", { { u"1"_s, u"4"_s }, { u"2"_s, u"4"_s } }, false, 0, 0, 0 },
-        RegressionRow { "NoData", {}, false, 0, 0, 0 },
-        // An empty row 0 enters the sums as zeros and is not counted.
-        RegressionRow { "EmptyRowZeroAddsNothing",
-            { { QString(), QString() }, { u"1"_s, u"2"_s }, { u"2"_s, u"3"_s } }, true, 1, 1, 1 }),
-    [](const testing::TestParamInfo<RegressionRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Graph, RegressionTest, RowFile::In("graph/regression.rows"), RowFile::Named());
 
-struct SortRow
-{
-    const char* name;
-    int column;
-    QStringList before; // column `column` of rows 0..n-1 (also written to column 0 when 1)
-    QStringList after;
-};
-
-class SortTest : public GraphTest, public testing::WithParamInterface<SortRow>
+class SortTest : public RowFile::RowTest<GraphTest>
 {
 };
 
 TEST_P(SortTest, OrdersRowsAndRestores)
 {
-    const SortRow& row = GetParam();
+    const int column = int(row().whole("column"));
+    const QStringList before = row().list("before");
     Graph graph;
-    for (int r = 0; r < row.before.size(); ++r) {
-        graph.Data(r, row.column, row.before[r]);
+    for (int r = 0; r < before.size(); ++r) {
+        graph.Data(r, column, before[r]);
         graph.Data(r, 4, QString::number(r)); // travels with its row
     }
-    graph.SortGraph(row.column);
+    graph.SortGraph(column);
     QStringList sorted;
-    for (int r = 0; r < row.after.size(); ++r) {
-        sorted << graph.Data(r, row.column);
+    for (int r = 0; r < before.size(); ++r) {
+        sorted << graph.Data(r, column);
         EXPECT_EQ(graph.Data(r, 4).toInt(), graph.OriginalRowOrder[std::size_t(r)]);
     }
-    EXPECT_EQ(sorted, row.after);
+    EXPECT_EQ(sorted.join(u", ").toStdString(), row().text("after").toStdString());
     graph.SortGraph(-1);
-    for (int r = 0; r < row.before.size(); ++r)
-        EXPECT_EQ(graph.Data(r, row.column), row.before[r]) << "restored row " << r;
+    for (int r = 0; r < before.size(); ++r)
+        EXPECT_EQ(graph.Data(r, column), before[r]) << "restored row " << r;
 }
 
-INSTANTIATE_TEST_SUITE_P(Graph, SortTest,
-    testing::Values(
-        SortRow { "NumbersByValue", 1, { u"10"_s, u"9"_s, u""_s }, { u"9"_s, u"10"_s, u""_s } },
-        SortRow { "EmptyCellStaysInItsRow", 1, { u"5"_s, u""_s, u"3"_s, u"1"_s },
-            { u"1"_s, u""_s, u"3"_s, u"5"_s } },
-        SortRow { "NamesWithoutCase", 0, { u"pears"_s, u"Apples"_s, u"banana"_s },
-            { u"Apples"_s, u"banana"_s, u"pears"_s } },
-        SortRow {
-            "NegativeAndDecimal", 2, { u"2.5"_s, u"-1"_s, u"0"_s }, { u"-1"_s, u"0"_s, u"2.5"_s } },
-        SortRow { "NumberAgainstTextGoesByText", 0, { u"b"_s, u"10"_s, u"9"_s },
-            { u"9"_s, u"10"_s, u"b"_s } }),
-    [](const testing::TestParamInfo<SortRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Graph, SortTest, RowFile::In("graph/sort.rows"), RowFile::Named());
 
 TEST_F(GraphTest, EraseDataEmptiesCellsAndSortOrder)
 {

@@ -1,6 +1,6 @@
 #include "sheet/CellEntry.h"
 
-#include "platform/runtime/Dates.h"
+#include "RowFile.h"
 #include "sheet/SheetError.h"
 #include "sheet/SheetTestSupport.h"
 
@@ -12,71 +12,31 @@ using namespace Tillane;
 
 namespace {
 
-struct EntryRow
-{
-    const char* name;
-    QString typed;
-    QString formatBefore; // the cell's NumberFormat before the entry
-    qint32 kind;
-    double value;
-    QString format;
-    QString shown;
-};
+using RowFile::In;
+using RowFile::Named;
 
-void PrintTo(const EntryRow& row, std::ostream* stream)
+// A kind of cell as the rows name it; the names are in the order of the kinds' numbers.
+qint32 KindNamed(const QString& name)
 {
-    *stream << row.name << ": " << row.typed.toStdString();
+    return qint32(QStringList { u"empty"_s, u"text"_s, u"number"_s, u"formula"_s }.indexOf(name));
 }
 
-class Entries : public SheetTest, public testing::WithParamInterface<EntryRow>
+class Entries : public RowFile::RowTest<SheetTest>
 {
 };
 
 // Classification and what the cell then shows, in one row per kind of entry.
 TEST_P(Entries, AreClassifiedAndShown)
 {
-    const EntryRow& row = GetParam();
-    sheet.record(2, 2).NumberFormat = row.formatBefore;
-    EnterCell(sheet, 2, 2, row.typed);
-    EXPECT_EQ(record("B2").Kind, row.kind);
-    EXPECT_DOUBLE_EQ(record("B2").Value, row.value);
-    EXPECT_EQ(record("B2").NumberFormat, row.format);
-    EXPECT_EQ(shown("B2"), row.shown);
+    sheet.record(2, 2).NumberFormat = row().text("formatBefore");
+    EnterCell(sheet, 2, 2, row().text("typed"));
+    EXPECT_EQ(record("B2").Kind, KindNamed(row().text("kind")));
+    EXPECT_DOUBLE_EQ(record("B2").Value, row().number("value"));
+    EXPECT_EQ(record("B2").NumberFormat, row().text("format"));
+    EXPECT_EQ(shown("B2"), row().text("shown"));
 }
 
-const double March12th2004 = Runtime::DateSerial(2004, 3, 12);
-
-INSTANTIATE_TEST_SUITE_P(Rows, Entries,
-    testing::Values(EntryRow { "whole", u"42"_s, QString(), NumberCell, 42, QString(), u"42"_s },
-        EntryRow { "negative", u"-5"_s, QString(), NumberCell, -5, QString(), u"-5"_s },
-        EntryRow { "fractionShowsFourPlaces", u"3.14159"_s, QString(), NumberCell, 3.14159,
-            QString(), u"3.1416"_s },
-        EntryRow { "blanksTrimmed", u"  7  "_s, QString(), NumberCell, 7, QString(), u"7"_s },
-        EntryRow { "percent", u"50%"_s, QString(), NumberCell, 0.5, u"#0.##%"_s, u"50%"_s },
-        EntryRow { "unit", u"5kg"_s, QString(), NumberCell, 5, u"#0.##kg"_s, u"5kg"_s },
-        EntryRow { "currency", u"£3"_s, QString(), NumberCell, 3, u"Currency"_s, u"£3.00"_s },
-        EntryRow { "currencyWithPence", u"£1,234.5"_s, QString(), NumberCell, 1234.5, u"Currency"_s,
-            u"£1,234.50"_s },
-        EntryRow { "date", u"12/3/2004"_s, QString(), NumberCell, March12th2004, u"General Date"_s,
-            u"12/03/2004"_s },
-        EntryRow { "dateKeepsCellFormat", u"12/3/2004"_s, u"Long Date"_s, NumberCell, March12th2004,
-            u"Long Date"_s, u"Friday, 12 March 2004"_s },
-        EntryRow {
-            "numberKeepsCellFormat", u"2"_s, u"0.00"_s, NumberCell, 2, u"0.00"_s, u"2.00"_s },
-        EntryRow {
-            "leadingNumberIsLenient", u"1,000"_s, QString(), NumberCell, 1, QString(), u"1"_s },
-        EntryRow {
-            "largeWhole", u"5000000000"_s, QString(), NumberCell, 5e9, QString(), u"5000000000"_s },
-        EntryRow { "text", u"Rainfall"_s, QString(), TextCell, 0, QString(), u"Rainfall"_s },
-        EntryRow { "numberWithBlankIsText", u"3 apples"_s, QString(), TextCell, 0, QString(),
-            u"3 apples"_s },
-        EntryRow { "zeroWithUnitIsText", u"0kg"_s, QString(), TextCell, 0, QString(), u"0kg"_s },
-        EntryRow { "cellNameIsText", u"$A$1"_s, QString(), TextCell, 0, QString(), u"$A$1"_s },
-        EntryRow { "emptyClears", u"   "_s, u"0.00"_s, EmptyCell, 0, u"0.00"_s, QString() },
-        EntryRow { "formula", u"=6*7"_s, QString(), FormulaCell, 42, QString(), u"42"_s },
-        EntryRow { "formulaKeepsCellFormat", u"=1/8"_s, u"0.00"_s, FormulaCell, 0.125, u"0.00"_s,
-            u"0.13"_s }),
-    [](const testing::TestParamInfo<EntryRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, Entries, In("sheet/entry/entries.rows"), Named());
 
 class Entering : public SheetTest
 {
@@ -139,49 +99,28 @@ TEST_F(Entering, NumberTooLargeIsAnOverflow)
     EXPECT_EQ(record("A1").Kind, EmptyCell);
 }
 
-struct CircularRow
-{
-    const char* name;
-    QList<std::pair<const char*, QString>> before;
-    const char* cell;
-    QString formula;
-};
-
-void PrintTo(const CircularRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
-class CircularFormulas : public SheetTest, public testing::WithParamInterface<CircularRow>
+class CircularFormulas : public RowFile::RowTest<SheetTest>
 {
 };
 
 TEST_P(CircularFormulas, AreRefused)
 {
-    for (const auto& [cell, text] : GetParam().before)
-        enter(cell, text);
+    enterAll(row().list("entered", u"; "_s));
+    const QByteArray cell = row().text("cell").toLatin1();
     try {
-        enter(GetParam().cell, GetParam().formula);
+        enter(cell.constData(), row().text("formula"));
         ADD_FAILURE() << "no error";
     } catch (const SheetError& error) {
         EXPECT_EQ(error.offset(), SheetError::CircularReference);
         EXPECT_EQ(error.description(), u"Circular cell reference"_s);
     }
-    EXPECT_EQ(record(GetParam().cell).Kind, EmptyCell);
-    EXPECT_TRUE(record(GetParam().cell).Formula.isEmpty());
-    EXPECT_FALSE(record(GetParam().cell).HasPrecedents);
-    EXPECT_TRUE(shown(GetParam().cell).isEmpty());
+    EXPECT_EQ(record(cell.constData()).Kind, EmptyCell);
+    EXPECT_TRUE(record(cell.constData()).Formula.isEmpty());
+    EXPECT_FALSE(record(cell.constData()).HasPrecedents);
+    EXPECT_TRUE(shown(cell.constData()).isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, CircularFormulas,
-    testing::Values(CircularRow { "ownCellHoldingANumber", { { "A1", u"4"_s } }, "A1", u"=A1+1"_s },
-        CircularRow { "throughFirstPrecedent", { { "A1", u"=B1+C1"_s } }, "B1", u"=A1"_s },
-        CircularRow { "throughSecondPrecedent", { { "A1", u"=B1+C1"_s } }, "C1", u"=A1"_s },
-        CircularRow {
-            "throughChain", { { "A1", u"=B1"_s }, { "B1", u"=C1*2"_s } }, "C1", u"=A1+1"_s },
-        CircularRow { "ownCellInRange", {}, "A2", u"=sum(A1:A3)"_s },
-        CircularRow { "rangeOfAPrecedent", { { "B5", u"=mean(C1:C9)"_s } }, "C4", u"=B5"_s }),
-    [](const testing::TestParamInfo<CircularRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, CircularFormulas, In("sheet/entry/circularFormulas.rows"), Named());
 
 TEST_F(Entering, RefusedFormulaLeavesOldLinksRemoved)
 {

@@ -55,6 +55,14 @@ protected:
         const Tillane::CellAddress cell = at(name);
         Tillane::EnterCell(sheet, cell.Row, cell.Column, text);
     }
+    // Enters each "cell: text" of the list in turn, as rows of the row files write them.
+    void enterAll(const QStringList& entries)
+    {
+        for (const QString& entry : entries) {
+            const qsizetype colon = entry.indexOf(u": ");
+            enter(entry.first(colon).toLatin1().constData(), entry.sliced(colon + 2));
+        }
+    }
     const Tillane::CellRecord& record(const char* name) const { return sheet.record(at(name)); }
     QString shown(const char* name) const
     {

@@ -1,5 +1,6 @@
 #include "platform/dao/SqlTranslator.h"
 
+#include "RowFile.h"
 #include "platform/dao/DaoError.h"
 
 #include <gtest/gtest.h>
@@ -10,68 +11,35 @@ namespace {
 
 using Dao::SqlStatement;
 
+using RowFile::In;
+using RowFile::Named;
+
+// Texts are compared as std::string, which failure messages show as text.
+std::string Text(const QString& text)
+{
+    return text.toStdString();
+}
+
 // How a select is taken apart: whether its rows can be walked by row id, and the pieces the
 // recordset builds its queries from.
-struct ShapeRow
-{
-    const char* name;
-    QString sql;
-    bool singleTable;
-    QString table;
-    QStringList columns;
-    QString where;
-    QString orderBy;
-    QString limit;
-};
-
-class SelectShapeTest : public testing::TestWithParam<ShapeRow>
+class SelectShapeTest : public RowFile::RowTest<>
 {
 };
 
 TEST_P(SelectShapeTest, SplitsTheSelect)
 {
-    const ShapeRow& row = GetParam();
-    const SqlStatement statement = Dao::TranslateSql(row.sql);
+    const SqlStatement statement = Dao::TranslateSql(row().text("sql"));
     EXPECT_EQ(statement.kind, SqlStatement::Kind::Select);
-    EXPECT_EQ(statement.singleTable, row.singleTable);
-    EXPECT_EQ(statement.table, row.table);
-    EXPECT_EQ(statement.selectedColumns, row.columns);
-    EXPECT_EQ(statement.where, row.where);
-    EXPECT_EQ(statement.orderBy, row.orderBy);
-    EXPECT_EQ(statement.limit, row.limit);
+    EXPECT_EQ(statement.singleTable, row().flag("walked"));
+    EXPECT_EQ(Text(statement.table), Text(row().text("table")));
+    EXPECT_EQ(Text(statement.selectedColumns.join(u", ")), Text(row().text("columns")));
+    EXPECT_EQ(Text(statement.where), Text(row().text("where")));
+    EXPECT_EQ(Text(statement.orderBy), Text(row().text("orderBy")));
+    EXPECT_EQ(Text(statement.limit), Text(row().text("limit")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Selects, SelectShapeTest,
-    testing::Values(ShapeRow { "cardSetUnsorted", u"SELECT * FROM Quorbin_Card"_s, true,
-                        u"Quorbin_Card"_s, {}, {}, {}, {} },
-        ShapeRow { "cardSetTwoQueries",
-            u"SELECT * FROM Quorbin_Card WHERE (Field3 LIKE '*cat*') AND (Field4 = 7) "
-            u"ORDER BY [CardName]"_s,
-            true, u"Quorbin_Card"_s, {},
-            u"(\"Field3\" LIKE '*cat*' COLLATE NOCASE) AND (\"Field4\" = 7)"_s, u"\"CardName\""_s,
-            {} },
-        ShapeRow { "descendingSort", u"SELECT * FROM Quorbin_Card ORDER BY [Field2] DESC"_s, true,
-            u"Quorbin_Card"_s, {}, {}, u"\"Field2\" DESC"_s, {} },
-        ShapeRow { "bracketedTableAndColumns",
-            u"SELECT [Card Name], Field1 FROM [My Cards] WHERE Field1 = 'x';"_s, true,
-            u"My Cards"_s, { u"Card Name"_s, u"Field1"_s }, u"\"Field1\" = 'x' COLLATE NOCASE"_s,
-            {}, {} },
-        ShapeRow { "distinctRowIsDropped",
-            u"SELECT DISTINCTROW * FROM Quorbin_Card WHERE Field7 = True"_s, true,
-            u"Quorbin_Card"_s, {}, u"\"Field7\" = 1"_s, {}, {} },
-        ShapeRow { "topBecomesLimit", u"SELECT TOP 5 * FROM Quorbin_Card ORDER BY CardName"_s, true,
-            u"Quorbin_Card"_s, {}, {}, u"\"CardName\""_s, u"5"_s },
-        ShapeRow { "aggregatesAreNotWalked",
-            u"SELECT Min(Field4) AS [MinValue], Max(Field4) AS [MaxValue] FROM Quorbin_Card"_s,
-            false, u"Quorbin_Card"_s, {}, {}, {}, {} },
-        ShapeRow { "distinctIsNotWalked", u"SELECT DISTINCT Field1 FROM Quorbin_Card"_s, false,
-            u"Quorbin_Card"_s, {}, {}, {}, {} },
-        ShapeRow { "expressionsAreNotWalked", u"SELECT Field4 * 2 FROM Quorbin_Card"_s, false,
-            u"Quorbin_Card"_s, {}, {}, {}, {} },
-        ShapeRow { "groupingIsNotWalked",
-            u"SELECT Field1, Count(*) FROM Quorbin_Card GROUP BY Field1"_s, false,
-            u"Quorbin_Card"_s, {}, {}, {}, {} }),
-    [](const testing::TestParamInfo<ShapeRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Selects, SelectShapeTest, In("platform/dao/sqlTranslator/selects.rows"), Named());
 
 TEST(SqlTranslatorTest, MinAndMaxNameTheColumnTheyShow)
 {
@@ -109,60 +77,34 @@ TEST(SqlTranslatorTest, AddColumnWritesTheDeclaredType)
         u"CHECK (\"AlterTempField\" <> '')"_s);
 }
 
-TEST(SqlTranslatorTest, ConditionTurnsDialectIntoSqlite)
+class ConditionTest : public RowFile::RowTest<>
 {
-    EXPECT_EQ(Dao::TranslateCondition(u"DATEPART(\"w\", Field5) = 6 AND [Field 7] <> False "
-                                      u"AND Field1 & 'x' = 'ax' AND Field4 Mod 2 = 1"_s),
-        u"qb_datepart('w' COLLATE NOCASE, \"Field5\") = 6 AND \"Field 7\" <> 0 AND \"Field1\" "
-        u"|| 'x' COLLATE NOCASE = 'ax' COLLATE NOCASE AND \"Field4\" % 2 = 1"_s);
-}
-
-TEST(SqlTranslatorTest, DateLiteralBecomesADaySerial)
-{
-    EXPECT_EQ(Dao::TranslateCondition(u"Field5 BETWEEN #1-1-1990# AND #12-31-1999 12:00#"_s),
-        u"\"Field5\" BETWEEN 32874.0 AND 36525.5"_s);
-}
-
-// Statements the engine refuses, and the number it refuses them with.
-struct RefusalRow
-{
-    const char* name;
-    QString sql;
-    int number;
 };
 
-class RefusedStatementTest : public testing::TestWithParam<RefusalRow>
+TEST_P(ConditionTest, TurnsTheDialectIntoSqlite)
+{
+    EXPECT_EQ(Text(Dao::TranslateCondition(row().text("condition"))), Text(row().text("sqlite")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Conditions, ConditionTest, In("platform/dao/sqlTranslator/conditions.rows"), Named());
+
+// Statements the engine refuses, and the number it refuses them with.
+class RefusedStatementTest : public RowFile::RowTest<>
 {
 };
 
 TEST_P(RefusedStatementTest, FailsWithTheEngineNumber)
 {
-    const RefusalRow& row = GetParam();
     try {
-        Dao::TranslateSql(row.sql);
-        FAIL() << "accepted " << row.sql.toStdString();
+        Dao::TranslateSql(row().text("sql"));
+        FAIL() << "accepted";
     } catch (const Dao::DaoError& error) {
-        EXPECT_EQ(error.number(), row.number) << error.what();
+        EXPECT_EQ(error.number(), row().whole("number")) << error.what();
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Refusals, RefusedStatementTest,
-    testing::Values(RefusalRow { "empty", u""_s, 3129 },
-        RefusalRow { "notAStatement", u"FETCH everything"_s, 3129 },
-        RefusalRow { "onlySemicolon", u";"_s, 3129 },
-        RefusalRow { "noTableAfterFrom", u"SELECT * FROM"_s, 3131 },
-        RefusalRow { "openString", u"SELECT * FROM T WHERE Field1 = 'it's'"_s, 3075 },
-        RefusalRow { "openBracket", u"SELECT * FROM [T"_s, 3075 },
-        RefusalRow { "badDate", u"SELECT * FROM T WHERE Field5 < #13-45-04#"_s, 3075 },
-        RefusalRow { "openDate", u"SELECT * FROM T WHERE Field5 < #3-5-04"_s, 3075 },
-        RefusalRow { "unbalancedParenthesis", u"SELECT * FROM T WHERE (Field4 = 1"_s, 3075 },
-        RefusalRow { "textAfterSemicolon", u"SELECT * FROM T; DELETE FROM T"_s, 3138 },
-        RefusalRow { "integerDivisionUnknown", u"SELECT * FROM T WHERE Field4 \\ 2 = 1"_s, 3075 },
-        RefusalRow { "updateWithoutSet", u"UPDATE T Field1 = 1"_s, 3144 },
-        RefusalRow { "updateWithoutValue", u"UPDATE T SET Field1 ="_s, 3144 },
-        RefusalRow { "unknownTypeWord", u"ALTER TABLE T ADD COLUMN F WIBBLE"_s, 3292 },
-        RefusalRow { "alterWithoutAction", u"ALTER TABLE T RENAME TO U"_s, 3293 },
-        RefusalRow { "sizeNotANumber", u"ALTER TABLE T ADD COLUMN F TEXT(x)"_s, 3292 }),
-    [](const testing::TestParamInfo<RefusalRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Refusals, RefusedStatementTest, In("platform/dao/sqlTranslator/refusals.rows"), Named());
 
 } // namespace

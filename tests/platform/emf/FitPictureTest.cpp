@@ -1,51 +1,41 @@
 #include "platform/emf/FitPicture.h"
 
+#include "RowFile.h"
+
 #include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct FitRow
-{
-    const char* name;
-    QSizeF picture;
-    QRectF box;
-    Qt::Alignment alignment;
-    bool mayEnlarge;
-    QRectF expected;
-};
-
-class FitPictureTest : public testing::TestWithParam<FitRow>
+class FitPictureTest : public RowFile::RowTest<>
 {
 };
 
 TEST_P(FitPictureTest, KeepsTheProportionsInsideTheBox)
 {
-    const FitRow& row = GetParam();
-    EXPECT_EQ(Emf::FitPicture(row.picture, row.box, row.alignment, row.mayEnlarge), row.expected);
+    // The numbers of a field, blank-separated.
+    const auto numbers = [&](const char* column, qsizetype count) {
+        QList<double> numbers;
+        for (const QString& number : row().list(column, u" "_s))
+            numbers.append(number.toDouble());
+        EXPECT_EQ(numbers.size(), count) << column;
+        numbers.resize(4);
+        return numbers;
+    };
+    const QList<double> picture = numbers("picture", 2);
+    const QList<double> box = numbers("box", 4);
+    const QList<double> drawn = numbers("drawn", 4);
+    const QString alignment = row().text("alignment");
+    const Qt::Alignment where = alignment == u"centre" ? Qt::Alignment(Qt::AlignCenter)
+        : alignment == u"top left"                     ? Qt::AlignTop | Qt::AlignLeft
+                                                       : Qt::AlignBottom | Qt::AlignRight;
+    EXPECT_EQ(Emf::FitPicture(QSizeF(picture[0], picture[1]),
+                  QRectF(box[0], box[1], box[2], box[3]), where, row().flag("mayEnlarge")),
+        QRectF(drawn[0], drawn[1], drawn[2], drawn[3]));
 }
 
-constexpr Qt::Alignment Centre = Qt::AlignCenter;
-constexpr Qt::Alignment TopLeft = Qt::AlignTop | Qt::AlignLeft;
-
-INSTANTIATE_TEST_SUITE_P(Rows, FitPictureTest,
-    testing::Values(FitRow { "widePictureFillsTheWidth", { 400, 200 }, { 0, 0, 800, 1000 }, Centre,
-                        true, { 0, 300, 800, 400 } },
-        FitRow { "tallPictureFillsTheHeight", { 200, 400 }, { 0, 0, 800, 1000 }, TopLeft, true,
-            { 0, 0, 500, 1000 } },
-        FitRow { "centredInAnOffsetBox", { 100, 50 }, { 10, 10, 400, 400 }, Centre, true,
-            { 10, 110, 400, 200 } },
-        FitRow { "cornerOfAnOffsetBox", { 100, 100 }, { 5, 5, 50, 20 }, TopLeft, true,
-            { 5, 5, 20, 20 } },
-        FitRow { "bottomRightCorner", { 100, 100 }, { 0, 0, 50, 20 },
-            Qt::AlignBottom | Qt::AlignRight, true, { 30, 0, 20, 20 } },
-        FitRow { "neverEnlargedKeepsItsSize", { 100, 50 }, { 0, 0, 400, 400 }, Centre, false,
-            { 150, 175, 100, 50 } },
-        FitRow { "neverEnlargedStillShrinks", { 100, 50 }, { 0, 0, 50, 50 }, Centre, false,
-            { 0, 12.5, 50, 25 } },
-        FitRow {
-            "pictureWithoutWidth", { 0, 100 }, { 0, 0, 50, 50 }, Centre, true, { 25, 25, 0, 0 } },
-        FitRow {
-            "boxWithoutHeight", { 100, 50 }, { 10, 20, 80, 0 }, TopLeft, true, { 10, 20, 0, 0 } }),
-    [](const testing::TestParamInfo<FitRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, FitPictureTest, RowFile::In("platform/emf/fitPicture.rows"), RowFile::Named());
 
 } // namespace

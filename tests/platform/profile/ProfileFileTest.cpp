@@ -1,5 +1,7 @@
 #include "platform/profile/ProfileFile.h"
 
+#include "RowFile.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,92 +12,20 @@ using Profile::ProfileFile;
 
 namespace {
 
-struct LookupRow
-{
-    const char* name;
-    QByteArray file;
-    QString section;
-    QString key;
-    QString expected;
-    bool found;
-};
-
-void PrintTo(const LookupRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
-class ProfileLookup : public testing::TestWithParam<LookupRow>
+class ProfileLookup : public RowFile::RowTest<>
 {
 };
 
 TEST_P(ProfileLookup, GivesTheClassicReadersValue)
 {
-    const LookupRow& row = GetParam();
-    const ProfileFile profile = ProfileFile::fromBytes(row.file);
-    EXPECT_EQ(profile.value(row.section, row.key), row.expected);
-    EXPECT_EQ(profile.contains(row.section, row.key), row.found);
+    const ProfileFile profile = ProfileFile::fromBytes(row().bytes("file"));
+    EXPECT_EQ(profile.value(row().text("section"), row().text("key")).toStdString(),
+        row().text("value").toStdString());
+    EXPECT_EQ(profile.contains(row().text("section"), row().text("key")), row().flag("found"));
 }
 
-const QByteArray colours = "[Quorbin Colours]\r\nNumber=2\r\nColourName1=RED\r\n"
-                           "ColourValue1=&HFF\r\nColourName2 = LIGHT BLUE \r\n";
-const QString section = u"Quorbin Colours"_s;
-
-INSTANTIATE_TEST_SUITE_P(Rows, ProfileLookup,
-    testing::Values(LookupRow { "plain_key", colours, section, u"ColourValue1"_s, u"&HFF"_s, true },
-        LookupRow {
-            "section_without_case", colours, u"QUORBIN colours"_s, u"Number"_s, u"2"_s, true },
-        LookupRow { "key_without_case", colours, section, u"colourname1"_s, u"RED"_s, true },
-        LookupRow { "blanks_around_key_and_value_dropped", colours, section, u"ColourName2"_s,
-            u"LIGHT BLUE"_s, true },
-        LookupRow { "tabs_are_blanks", "[s]\n\tk\t=\tv w\t\n", u"s"_s, u"k"_s, u"v w"_s, true },
-        LookupRow {
-            "blanks_inside_section_brackets", "[ s ]\nk=v\n", u"s"_s, u"k"_s, u"v"_s, true },
-        LookupRow { "missing_key", colours, section, u"ColourName3"_s, {}, false },
-        LookupRow { "missing_section", colours, u"Other"_s, u"Number"_s, {}, false },
-        LookupRow { "empty_file", "", section, u"Number"_s, {}, false },
-        LookupRow { "empty_value_is_present", "[s]\nk=\n", u"s"_s, u"k"_s, {}, true },
-        LookupRow {
-            "double_quotes_dropped", "[s]\nk=\"  a b  \"\n", u"s"_s, u"k"_s, u"  a b  "_s, true },
-        LookupRow { "single_quotes_dropped", "[s]\nk='x'\n", u"s"_s, u"k"_s, u"x"_s, true },
-        LookupRow {
-            "only_one_pair_of_quotes", "[s]\nk=\"\"x\"\"\n", u"s"_s, u"k"_s, u"\"x\""_s, true },
-        LookupRow { "mismatched_quotes_kept", "[s]\nk=\"x'\n", u"s"_s, u"k"_s, u"\"x'"_s, true },
-
-        LookupRow {
-            "quotes_inside_blanks_dropped", "[s]\nk=  \"v\"  \n", u"s"_s, u"k"_s, u"v"_s, true },
-        LookupRow { "value_keeps_later_equals", "[s]\nk=a=b\n", u"s"_s, u"k"_s, u"a=b"_s, true },
-        LookupRow { "comment_line_skipped", "[s]\n;k=1\nk=2\n", u"s"_s, u"k"_s, u"2"_s, true },
-        LookupRow { "indented_comment_skipped", "[s]\n  ; k=1\n", u"s"_s, u"; k"_s, {}, false },
-        LookupRow { "semicolon_inside_value_kept", "[s]\nk=1 ; note\n", u"s"_s, u"k"_s,
-            u"1 ; note"_s, true },
-        LookupRow { "first_duplicate_key_wins", "[s]\nk=1\nK=2\n", u"s"_s, u"k"_s, u"1"_s, true },
-        LookupRow { "repeated_section_adds_keys", "[s]\na=1\n[t]\nb=2\n[S]\nb=3\n", u"s"_s, u"b"_s,
-            u"3"_s, true },
-        LookupRow { "repeated_section_first_key_wins", "[s]\nb=1\n[s]\nb=2\n", u"s"_s, u"b"_s,
-            u"1"_s, true },
-        LookupRow { "keys_before_any_section_ignored", "k=1\n[s]\n", u"s"_s, u"k"_s, {}, false },
-        LookupRow { "line_without_equals_ignored", "[s]\nk\nk=2\n", u"s"_s, u"k"_s, u"2"_s, true },
-
-        LookupRow {
-            "text_after_bracket_ignored", "[s] trailing\nk=v\n", u"s"_s, u"k"_s, u"v"_s, true },
-        LookupRow {
-            "unclosed_section_takes_whole_line", "[s\nk=v\n", u"s"_s, u"k"_s, u"v"_s, true },
-
-        LookupRow { "cr_only_line_ends", "[s]\ra=1\rb=2\r", u"s"_s, u"b"_s, u"2"_s, true },
-        LookupRow { "no_line_end_at_end", "[s]\nk=last", u"s"_s, u"k"_s, u"last"_s, true },
-        LookupRow { "nul_ends_its_line", QByteArray("[s]\nk=ab\0cd\nm=2\n", 16), u"s"_s, u"k"_s,
-            u"ab"_s, true },
-        LookupRow { "nul_before_equals_hides_key", QByteArray("[s]\nk\0=1\nm=2\n", 13), u"s"_s,
-            u"m"_s, u"2"_s, true },
-        LookupRow { "utf8_value", "[s]\nk=caf\xC3\xA9 \xE2\x82\xAC\n", u"s"_s, u"k"_s,
-            u"caf\u00E9 \u20AC"_s, true },
-        LookupRow { "windows_1252_value", "[s]\nk=caf\xE9 \x80\n", u"s"_s, u"k"_s,
-            u"caf\u00E9 \u20AC"_s, true },
-
-        LookupRow {
-            "byte_order_mark_dropped", "\xEF\xBB\xBF[s]\nk=v\n", u"s"_s, u"k"_s, u"v"_s, true }),
-    [](const testing::TestParamInfo<LookupRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ProfileLookup, RowFile::In("platform/profile/lookup.rows"), RowFile::Named());
 
 struct LengthRow
 {
@@ -170,7 +100,7 @@ protected:
 
 TEST_F(ReadIniStringFile, ReadsAKeyFromAFile)
 {
-    const QString path = write(colours);
+    const QString path = write("[Quorbin Colours]\r\nColourName1=RED\r\n");
     EXPECT_EQ(Profile::ReadIniString(path, u"quorbin colours", u"COLOURNAME1"), u"RED"_s);
 }
 
