@@ -1,5 +1,6 @@
 #include "cards/CardDocument.h"
 
+#include "cards/CardControls.h"
 #include "cards/CardDatabase.h"
 #include "cards/CardFields.h"
 #include "cards/CardImportRows.h"
@@ -45,12 +46,6 @@ constexpr int readOnlyText = 1082;
 QString TwoLines(int first)
 {
     return GetResString(first) + u'\n' + GetResString(first + 1);
-}
-
-int NumberProperty(Dao::Field& field, const QString& name)
-{
-    const Variant value = GetDaoProperty(field, name);
-    return value.isNumeric() ? static_cast<int>(value.number()) : 0;
 }
 
 // Engine failures that mean the file is no card file of ours (or a damaged one) rather than
@@ -229,89 +224,6 @@ bool CardDocument::Create(const QString& path, int view)
     return Open(path, view);
 }
 
-CardControl CardDocument::makeControl(
-    int column, const std::shared_ptr<Dao::Field>& field, int& keywordIndex) const
-{
-    CardControl control;
-    control.Column = column;
-    control.FieldName = field->Name();
-    control.FieldType = FieldType(*field);
-    const auto place = [&](ControlKind kind, const QString& arrayName, bool label) {
-        control.Kind = kind;
-        control.ArrayName = arrayName;
-        control.HasLabel = label;
-        control.Label = FieldLabel(*field);
-        control.Format = FieldFormat(*field);
-        control.FieldRect
-            = QRect(NumberProperty(*field, u"FieldLeft"_s), NumberProperty(*field, u"FieldTop"_s),
-                NumberProperty(*field, u"FieldWidth"_s), NumberProperty(*field, u"FieldHeight"_s));
-        control.LabelRect
-            = QRect(NumberProperty(*field, u"LabelLeft"_s), NumberProperty(*field, u"LabelTop"_s),
-                NumberProperty(*field, u"LabelWidth"_s), NumberProperty(*field, u"LabelHeight"_s));
-        // A field without the property (made by hand) is shown rather than lost.
-        const Variant visible = GetDaoProperty(*field, u"FieldVisible"_s);
-        control.Visible = visible.isEmpty() || visible.isNull() || visible.number() != 0.0;
-    };
-    switch (control.FieldType) {
-    case CardNameField:
-        control.Kind = ControlKind::Name;
-        control.ArrayName = u"txtName"_s;
-        break;
-    case FreeTextField:
-        control.Kind = ControlKind::FreeText;
-        control.ArrayName = u"txtFreeText"_s;
-        break;
-    case MainPictureField:
-        control.Kind = ControlKind::Picture;
-        control.ArrayName = u"picPicture"_s;
-        break;
-    case TextField:
-    case WholeNumberField:
-    case DecimalNumberField:
-    case CurrencyField:
-        place(ControlKind::TextField, u"txtField"_s, true);
-        break;
-    case DateField:
-    case TimeField:
-    case DateTimeField:
-        if (m_fieldEditing)
-            place(ControlKind::TextField, u"txtField"_s, true);
-        else
-            place(ControlKind::DatePicker, u"DTPicker"_s, true);
-        break;
-    case OnOffField:
-        place(ControlKind::CheckBox, u"chkField"_s, false);
-        break;
-    case DropDownField:
-        if (m_fieldEditing) {
-            place(ControlKind::TextField, u"txtField"_s, true);
-        } else {
-            place(ControlKind::DropDown, u"cmbField"_s, true);
-            for (const QString& item : FieldChoices(*field).split(u',')) {
-                if (!item.trimmed().isEmpty())
-                    control.Choices.append(item.trimmed());
-            }
-        }
-        break;
-    case WebAddressField:
-        place(ControlKind::WebAddress, u"cmdURL"_s, false);
-        break;
-    case ResourceField:
-        place(ControlKind::Resource, u"cmdResource"_s, false);
-        break;
-    case KeywordField:
-        control.Kind = ControlKind::Keyword;
-        control.ArrayName = u"txtKeyWord"_s;
-        control.ArrayIndex = keywordIndex < 6 ? keywordIndex : -1;
-        ++keywordIndex;
-        break;
-    default:
-        control.ArrayName.clear(); // a column no control shows
-        break;
-    }
-    return control;
-}
-
 void CardDocument::BuildCardLayout()
 {
     const ChangeScope scope(*this);
@@ -321,41 +233,18 @@ void CardDocument::BuildCardLayout()
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return;
-    int keywordIndex = 0;
-    QHash<QString, int> elements;
-    const auto fields = set->Fields().items();
-    for (int column = 0; column < static_cast<int>(fields.size()); ++column) {
-        CardControl control
-            = makeControl(column, fields[static_cast<size_t>(column)], keywordIndex);
-        if (control.ArrayName.isEmpty()
-            || (control.Kind == ControlKind::Keyword && control.ArrayIndex < 0))
-            continue;
-        // Field control arrays count from 1: element 0 is the template.
-        if (control.ArrayIndex < 0 && control.FieldType > MainPictureField)
-            control.ArrayIndex = ++elements[control.ArrayName];
-        m_controls.push_back(std::move(control));
-    }
+    m_controls = MakeCardControls(*set, m_fieldEditing);
     notify();
 }
 
 int CardDocument::ControlOfKind(ControlKind kind) const
 {
-    for (size_t index = 0; index < m_controls.size(); ++index) {
-        if (m_controls[index].Kind == kind)
-            return static_cast<int>(index);
-    }
-    return -1;
+    return FindControlOfKind(m_controls, kind);
 }
 
 int CardDocument::ControlWithLabel(const QString& label) const
 {
-    for (size_t index = 0; index < m_controls.size(); ++index) {
-        const CardControl& control = m_controls[index];
-        if (control.FieldType >= TextField && control.FieldType <= ResourceField
-            && control.Label.compare(label, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(index);
-    }
-    return -1;
+    return FindControlWithLabel(m_controls, label);
 }
 
 int CardDocument::ViewWidth() const
@@ -984,26 +873,12 @@ void CardDocument::MoveField(int index, int left, int top)
     if (!m_cards || !m_fieldEditing || index < 0 || index >= static_cast<int>(m_controls.size()))
         return;
     CardControl& control = m_controls[static_cast<size_t>(index)];
-    if (control.FieldType < TextField || control.FieldType > ResourceField)
+    if (!IsUserField(control))
         return;
-    const int x = left / LayoutGrid * LayoutGrid;
-    const int y = top / LayoutGrid * LayoutGrid;
     ++m_layoutVersion;
-    control.FieldRect.moveTo(x, y);
-    if (control.Kind == ControlKind::TextField || control.Kind == ControlKind::DatePicker)
-        control.LabelRect.moveTo(x - control.LabelRect.width() - 105, y + 60);
+    SnapFieldControl(control, left, top, LayoutGrid);
     try {
-        const auto field = m_cards->MainTableDef()->Fields(control.FieldName);
-        SetDaoProperty(*field, u"FieldLeft"_s, qint64(control.FieldRect.left()));
-        SetDaoProperty(*field, u"FieldTop"_s, qint64(control.FieldRect.top()));
-        SetDaoProperty(*field, u"FieldWidth"_s, qint64(control.FieldRect.width()));
-        SetDaoProperty(*field, u"FieldHeight"_s, qint64(control.FieldRect.height()));
-        if (control.HasLabel) {
-            SetDaoProperty(*field, u"LabelLeft"_s, qint64(control.LabelRect.left()));
-            SetDaoProperty(*field, u"LabelTop"_s, qint64(control.LabelRect.top()));
-            SetDaoProperty(*field, u"LabelWidth"_s, qint64(control.LabelRect.width()));
-            SetDaoProperty(*field, u"LabelHeight"_s, qint64(control.LabelRect.height()));
-        }
+        StoreFieldPlacement(*m_cards->MainTableDef(), control);
     } catch (const DaoError& error) {
         message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
             int(Frame::MessageIcon::None));

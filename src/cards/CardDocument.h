@@ -191,8 +191,6 @@ private:
 
     void notify();
     Dao::DBEngine& engine() const;
-    CardControl makeControl(
-        int column, const std::shared_ptr<Dao::Field>& field, int& keywordIndex) const;
     void blankControls();
     // Saves what leaving the card asks for; false when the save failed.
     bool leaveCard(int action);
