@@ -1,5 +1,6 @@
 #include "cards/CardDocument.h"
 
+#include "cards/CardControlValues.h"
 #include "cards/CardControls.h"
 #include "cards/CardDatabase.h"
 #include "cards/CardFields.h"
@@ -296,66 +297,15 @@ bool CardDocument::SetView(int view)
     return true;
 }
 
-void CardDocument::blankControls()
-{
-    for (CardControl& control : m_controls) {
-        control.Text.clear();
-        control.Checked = false;
-        control.Null = true;
-        control.Date = 0.0;
-        control.KeyPicture.clear();
-        control.Touched = false;
-    }
-    m_picture.clear();
-}
-
 void CardDocument::DisplayCard()
 {
     const ChangeScope scope(*this);
     m_editEnabled = false;
-    blankControls();
+    BlankCardControls(m_controls);
+    m_picture.clear();
     Dao::Recordset* set = MainTable();
-    if (set != nullptr && set->EditMode() != Dao::EditMode::Add && set->AbsolutePosition() >= 0) {
-        for (CardControl& control : m_controls) {
-            const Variant value = set->Fields(control.Column)->Value();
-            const bool none = value.isNull() || value.isEmpty();
-            switch (control.Kind) {
-            case ControlKind::Name:
-            case ControlKind::FreeText:
-            case ControlKind::WebAddress:
-            case ControlKind::Resource:
-                control.Text = none ? QString() : Runtime::Format(value);
-                break;
-            case ControlKind::TextField:
-                control.Text = ShownText(value, control.Format);
-                break;
-            case ControlKind::CheckBox:
-                control.Checked = value.isNumeric() && value.number() != 0.0;
-                break;
-            case ControlKind::DropDown:
-                // Only an item equal to the stored text (with case) is selected.
-                control.Text = none ? QString() : Runtime::Format(value);
-                if (!control.Choices.contains(control.Text))
-                    control.Text.clear();
-                break;
-            case ControlKind::DatePicker:
-                control.Null = !value.isNumeric();
-                control.Date = value.isNumeric() ? value.number() : 0.0;
-                break;
-            case ControlKind::Keyword:
-                control.Text = m_cards->KeywordText(value);
-                // The keyword table stands on the keyword found.
-                if (!control.Text.isEmpty())
-                    control.KeyPicture
-                        = m_cards->KeywordTable()->Fields(u"KeyPicture"_s)->Value().bytes();
-                break;
-            case ControlKind::Picture:
-                if (value.type() == Runtime::VariantType::Binary)
-                    m_picture = value.bytes();
-                break;
-            }
-        }
-    }
+    if (set != nullptr && set->EditMode() != Dao::EditMode::Add && set->AbsolutePosition() >= 0)
+        m_picture = ReadCardControls(*m_cards, *set, m_controls);
     m_changed = false;
     m_editEnabled = true;
     notify();
@@ -425,46 +375,7 @@ bool CardDocument::SaveCard()
         return true;
     const bool adding = set->EditMode() == Dao::EditMode::Add;
     try {
-        for (const CardControl& control : m_controls) {
-            // What the user did not touch keeps what the file holds now (another copy may
-            // have saved it since this card was shown); a new card's name is always written,
-            // so that an empty one is refused as such.
-            const bool name = control.Kind == ControlKind::Name;
-            if (!control.Touched && !(name && adding))
-                continue;
-            const auto field = set->Fields(control.Column);
-            switch (control.Kind) {
-            case ControlKind::Name:
-                field->SetValue(control.Text.trimmed());
-                break;
-            case ControlKind::FreeText:
-                // The column takes no empty text: an emptied box is no free text.
-                field->SetValue(control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
-                break;
-            case ControlKind::TextField:
-            case ControlKind::DropDown:
-                if (const auto value = TypedFieldValue(
-                        control.FieldType, control.Text, field->Value(), control.Format))
-                    field->SetValue(*value);
-                break;
-            case ControlKind::DatePicker:
-                if (const auto value = PickedDateValue(control.Null, control.Date, field->Value()))
-                    field->SetValue(*value);
-                break;
-            case ControlKind::CheckBox:
-                field->SetValue(control.Checked);
-                break;
-            case ControlKind::WebAddress:
-            case ControlKind::Resource:
-                if (control.Text != Runtime::Format(field->Value()))
-                    field->SetValue(
-                        control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
-                break;
-            case ControlKind::Picture:
-            case ControlKind::Keyword:
-                break; // changed through their own commands
-            }
-        }
+        WriteCardControls(*set, m_controls, adding);
         set->Update();
         engine().Idle(Dao::DBEngine::RefreshCache);
     } catch (const DaoError& error) {
@@ -745,33 +656,7 @@ bool CardDocument::ShowCardNamed(const QString& name)
 
 QStringList CardDocument::CardLines() const
 {
-    QStringList lines;
-    for (const CardControl& control : m_controls) {
-        QString text;
-        switch (control.Kind) {
-        case ControlKind::Name:
-            lines.append(u"Name\t"_s + control.Text);
-            continue;
-        case ControlKind::TextField:
-        case ControlKind::DropDown:
-        case ControlKind::WebAddress:
-        case ControlKind::Resource:
-            text = control.Text;
-            break;
-        case ControlKind::CheckBox:
-            text = control.Checked ? u"1"_s : u"0"_s;
-            break;
-        case ControlKind::DatePicker:
-            text = control.Null ? QString()
-                                : Runtime::Format(Variant::date(control.Date), control.Format);
-            break;
-        default:
-            continue;
-        }
-        if (control.Visible)
-            lines.append(control.Label + u'\t' + text);
-    }
-    return lines;
+    return CardLinesOf(m_controls);
 }
 
 bool CardDocument::ImportWithDialog()

@@ -191,7 +191,6 @@ private:
 
     void notify();
     Dao::DBEngine& engine() const;
-    void blankControls();
     // Saves what leaving the card asks for; false when the save failed.
     bool leaveCard(int action);
     void startNewCard();
