@@ -434,13 +434,8 @@ void CardDocument::reportSaveError(int number, const QString& description)
 void CardDocument::startNewCard()
 {
     Dao::Recordset* set = MainTable();
-    if (set == nullptr || ReadOnly())
-        return;
-    try {
-        set->AddNew();
-    } catch (const DaoError&) {
-        // A set that takes no new rows shows no new card.
-    }
+    if (set != nullptr && !ReadOnly())
+        StartNewCard(*set);
 }
 
 bool CardDocument::leaveCard(int action)
@@ -468,35 +463,7 @@ void CardDocument::GoToCard(int action)
     Dao::Recordset* set = MainTable();
     if (set == nullptr || !leaveCard(action))
         return;
-    try {
-        switch (action) {
-        case FirstCard:
-            set->MoveFirst();
-            break;
-        case PreviousCard:
-            set->MovePrevious();
-            if (set->IsBOF())
-                set->MoveFirst();
-            break;
-        case NextCard:
-            if (!set->IsEOF())
-                set->MoveNext();
-            if (set->IsEOF()) {
-                startNewCard();
-                // Where no new card may be started the last card stays on show.
-                if (set->EditMode() != Dao::EditMode::Add)
-                    set->MoveLast();
-            }
-            break;
-        case LastCard:
-            set->MoveLast();
-            break;
-        default:
-            break;
-        }
-    } catch (const DaoError&) {
-        // No card to move to.
-    }
+    MoveCardSet(*set, action, !ReadOnly());
     if (CardCount() == 0 && set->EditMode() != Dao::EditMode::Add)
         startNewCard();
     DisplayCard();
@@ -548,16 +515,15 @@ bool CardDocument::GoToNumber(const QString& text)
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return false;
-    bool number = false;
-    const int wanted = text.trimmed().toInt(&number);
-    if (!number || wanted < 1 || wanted > CardCount()) {
+    const std::optional<int> wanted = CardNumberFrom(text, CardCount());
+    if (!wanted) {
         message(GetResString(noSuchCardText), int(Frame::MessageIcon::Exclamation));
         notify(); // the record box shows the card on show again
         return false;
     }
     if (!leaveCard(0))
         return false;
-    set->SetAbsolutePosition(std::min<qint64>(wanted - 1, set->RecordCount() - 1));
+    set->SetAbsolutePosition(std::min<qint64>(*wanted - 1, set->RecordCount() - 1));
     DisplayCard();
     return true;
 }
@@ -599,13 +565,12 @@ bool CardDocument::AskToSaveCard()
 
 QString CardDocument::RecordNumberText() const
 {
-    const int position = CurrentPosition();
-    return position < 0 ? u"--"_s : QString::number(position + 1);
+    return CardNumberText(CurrentPosition());
 }
 
 QString CardDocument::RecordCountText() const
 {
-    return u"/"_s + QString::number(CardCount());
+    return CardCountText(CardCount());
 }
 
 int CardDocument::CardCount() const
@@ -644,11 +609,7 @@ bool CardDocument::ShowCardNamed(const QString& name)
     Dao::Recordset* set = MainTable();
     if (set == nullptr || CardCount() == 0)
         return false;
-    QString quoted = name;
-    quoted.replace(u'\'', u"''"_s);
-    set->MoveFirst();
-    set->FindFirst(u"[CardName] = '"_s + quoted + u"'"_s);
-    if (set->NoMatch())
+    if (!FindCardNamed(*set, name))
         return false;
     DisplayCard();
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/CardControl.h"
+#include "cards/CardNavigation.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -32,14 +33,6 @@ enum CardView : int {
     VelkinView = 2, // keywords as key pictures
     BramletView = 3, // keywords as words
     SprondleView = 4, // every user field on its free layout
-};
-
-// GoToCard's actions.
-enum CardMove : int {
-    FirstCard = 1,
-    PreviousCard = 2,
-    NextCard = 3,
-    LastCard = 4,
 };
 
 class CardDocument : public QObject
