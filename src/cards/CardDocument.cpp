@@ -5,6 +5,7 @@
 #include "cards/CardDatabase.h"
 #include "cards/CardFields.h"
 #include "cards/CardImportRows.h"
+#include "cards/CardMessages.h"
 #include "cards/CardValues.h"
 #include "cards/DaoProperties.h"
 #include "frame/DocumentHost.h"
@@ -30,24 +31,17 @@ namespace Bramlet {
 namespace {
 
 constexpr int emptyNameText = 840;
-constexpr int duplicateNameText = 841; // and 842 on the next line
 constexpr int databaseFilter = 843;
 constexpr int overwriteText = 844; // and 845 on the next line
 constexpr int deleteQuestion = 835;
 constexpr int noSuchCardText = 852;
 constexpr int saveQuestion = 854;
-constexpr int conflictText = 855; // and 856 on the next line
 constexpr int duplicateRowsText = 857;
 constexpr int oneDuplicateRowText = 858;
 constexpr int importTitle = 859;
 constexpr int importFilter = 860;
 constexpr int saveAsTitle = 1007;
 constexpr int readOnlyText = 1082;
-
-QString TwoLines(int first)
-{
-    return GetResString(first) + u'\n' + GetResString(first + 1);
-}
 
 // Engine failures that mean the file is no card file of ours (or a damaged one) rather than
 // one the user could not reach: they all get the one message of a damaged file.
@@ -118,12 +112,6 @@ void CardDocument::notify()
         emit changed();
 }
 
-void CardDocument::message(const QString& text, int icon) const
-{
-    Frame::CurrentPrompts().message(
-        text, QString(), static_cast<Frame::MessageIcon>(icon), Frame::MessageButtons::Ok);
-}
-
 Dao::Recordset* CardDocument::MainTable() const
 {
     return m_cards ? m_cards->MainTable().get() : nullptr;
@@ -157,13 +145,13 @@ bool CardDocument::Open(const QString& path, int view)
         } catch (const DaoError& error) {
             failure = IsDamagedFileError(error.number())
                 ? DaoError::standardDescription(DaoError::CorruptFile, path)
-                : u"Error %1: %2"_s.arg(error.number()).arg(error.description());
+                : EngineErrorText(error.number(), error.description());
         } catch (const std::exception&) {
             failure = DaoError::standardDescription(DaoError::CorruptFile, path);
         }
     }
     if (!failure.isEmpty()) {
-        message(failure, int(Frame::MessageIcon::Exclamation));
+        ShowCardMessage(failure, Frame::MessageIcon::Exclamation);
         return false;
     }
     m_cards = std::move(cards);
@@ -200,7 +188,7 @@ bool CardDocument::CreateWithDialog(int view)
                 m_host->RememberDialogFolder(path);
             return Create(path, view);
         }
-        message(TwoLines(overwriteText), int(Frame::MessageIcon::Exclamation));
+        ShowCardMessage(TwoLineMessage(overwriteText), Frame::MessageIcon::Exclamation);
         request.folder = QFileInfo(path).absolutePath();
     }
 }
@@ -218,8 +206,8 @@ bool CardDocument::Create(const QString& path, int view)
         }
         // Unlike a cancelled dialog, a failure is told: the window would otherwise vanish
         // without a word.
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
+        ShowCardMessage(
+            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
         return false;
     }
     return Open(path, view);
@@ -395,40 +383,12 @@ bool CardDocument::SaveCard()
 void CardDocument::reportSaveError(int number, const QString& description)
 {
     notify();
-    switch (number) {
-    case DaoError::DuplicateValue:
-        message(TwoLines(duplicateNameText), int(Frame::MessageIcon::Exclamation));
+    if (TellSaveFailure(number, description) != AfterSaveFailure::ShowStoredCard)
         return;
-    case DaoError::ZeroLengthNotAllowed:
-        message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
-        return;
-    case DaoError::ChangedByAnotherUser:
-    case DaoError::LockedBySession:
-    // Another copy holding the file past the busy timeout is the same story to the user: the
-    // card could not be saved because of someone else, and trying again later works.
-    case DaoError::LockedByUser: {
-        message(TwoLines(conflictText), int(Frame::MessageIcon::Exclamation));
-        Dao::Recordset* set = MainTable();
-        try {
-            if (set->EditMode() != Dao::EditMode::None)
-                set->CancelUpdate();
-            if (set->AbsolutePosition() >= 0)
-                set->Move(0); // reads the stored card again
-        } catch (const DaoError&) {
-            // Still out of reach: the card shows what was read last.
-        }
-        if (CardCount() == 0)
-            startNewCard();
-        DisplayCard();
-        return;
-    }
-    case DaoError::NoCurrentRecord:
-        return;
-    default:
-        Frame::CurrentPrompts().message(u"Error %1: %2"_s.arg(number).arg(description), QString(),
-            Frame::MessageIcon::None, Frame::MessageButtons::Ok);
-        return;
-    }
+    ReloadCard(*MainTable());
+    if (CardCount() == 0)
+        startNewCard();
+    DisplayCard();
 }
 
 void CardDocument::startNewCard()
@@ -449,7 +409,7 @@ bool CardDocument::leaveCard(int action)
         if (!typed.trimmed().isEmpty())
             return SaveCard();
         if (action == NextCard)
-            message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
+            ShowCardMessage(GetResString(emptyNameText), Frame::MessageIcon::Information);
         return true;
     }
     if (set->EditMode() == Dao::EditMode::InProgress && set->AbsolutePosition() >= 0)
@@ -517,7 +477,7 @@ bool CardDocument::GoToNumber(const QString& text)
         return false;
     const std::optional<int> wanted = CardNumberFrom(text, CardCount());
     if (!wanted) {
-        message(GetResString(noSuchCardText), int(Frame::MessageIcon::Exclamation));
+        ShowCardMessage(GetResString(noSuchCardText), Frame::MessageIcon::Exclamation);
         notify(); // the record box shows the card on show again
         return false;
     }
@@ -646,7 +606,7 @@ bool CardDocument::ImportCards(const QString& path)
         try {
             result = ImportCardRows(*m_cards, path);
         } catch (const DaoError& error) {
-            failure = u"Error %1: %2"_s.arg(error.number()).arg(error.description());
+            failure = EngineErrorText(error.number(), error.description());
         }
     }
     // The card set was opened anew: show it as button 17 would.
@@ -654,16 +614,16 @@ bool CardDocument::ImportCards(const QString& path)
         startNewCard();
     DisplayCard();
     if (!failure.isEmpty()) {
-        message(failure, int(Frame::MessageIcon::Exclamation));
+        ShowCardMessage(failure, Frame::MessageIcon::Exclamation);
         return false;
     }
     if (result.DuplicateNames == 1)
-        message(GetResString(oneDuplicateRowText), int(Frame::MessageIcon::Information));
+        ShowCardMessage(GetResString(oneDuplicateRowText), Frame::MessageIcon::Information);
     else if (result.DuplicateNames > 1)
-        message(QString::number(result.DuplicateNames) + GetResString(duplicateRowsText),
-            int(Frame::MessageIcon::Information));
+        ShowCardMessage(QString::number(result.DuplicateNames) + GetResString(duplicateRowsText),
+            Frame::MessageIcon::Information);
     if (result.OtherRefused > 0)
-        message(result.FirstRefusal, int(Frame::MessageIcon::Exclamation));
+        ShowCardMessage(result.FirstRefusal, Frame::MessageIcon::Exclamation);
     return true;
 }
 
@@ -673,8 +633,8 @@ bool CardDocument::reopen(bool exclusive)
         m_cards->OpenCardDatabase(m_fileName, exclusive);
         return true;
     } catch (const DaoError& error) {
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
+        ShowCardMessage(
+            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
     }
     // Back as it was: shared.
     try {
@@ -726,8 +686,8 @@ void CardDocument::MoveField(int index, int left, int top)
     try {
         StoreFieldPlacement(*m_cards->MainTableDef(), control);
     } catch (const DaoError& error) {
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
+        ShowCardMessage(
+            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
     }
     notify();
 }

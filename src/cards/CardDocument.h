@@ -189,7 +189,6 @@ private:
     void startNewCard();
     void showAfterOpen();
     void reportSaveError(int number, const QString& description);
-    void message(const QString& text, int icon) const;
     bool reopen(bool exclusive);
 
     Frame::DocumentHost* m_host;

@@ -16,6 +16,18 @@ void StartNewCard(Dao::Recordset& set)
     }
 }
 
+void ReloadCard(Dao::Recordset& set)
+{
+    try {
+        if (set.EditMode() != Dao::EditMode::None)
+            set.CancelUpdate();
+        if (set.AbsolutePosition() >= 0)
+            set.Move(0); // reads the stored card again
+    } catch (const Dao::DaoError&) {
+        // Still out of reach: the card shows what was read last.
+    }
+}
+
 void MoveCardSet(Dao::Recordset& set, int action, bool mayAdd)
 {
     try {

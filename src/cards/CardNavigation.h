@@ -20,6 +20,9 @@ enum CardMove : int {
 
 // Starts a blank new card after the last; a set that takes no new rows starts none.
 void StartNewCard(Dao::Recordset& set);
+// Drops the card's edit and reads the card on show again as stored; a set still out of reach
+// keeps what it read last.
+void ReloadCard(Dao::Recordset& set);
 // Moves the set by one of GoToCard's actions. Previous stops at the first card; Next past the
 // last starts a new card where `mayAdd` allows one, else stays on the last. An empty set, or
 // a move the engine refuses, leaves the set where it is.
