@@ -3,22 +3,16 @@
 #include "cards/CardControlValues.h"
 #include "cards/CardControls.h"
 #include "cards/CardDatabase.h"
-#include "cards/CardFields.h"
-#include "cards/CardImportRows.h"
+#include "cards/CardFiles.h"
 #include "cards/CardMessages.h"
-#include "cards/CardValues.h"
 #include "cards/DaoProperties.h"
-#include "frame/DocumentHost.h"
 #include "frame/Helpers.h"
-#include "frame/Hourglass.h"
 #include "frame/Prompts.h"
 #include "platform/dao/DBEngine.h"
 #include "platform/dao/DaoError.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/Format.h"
 #include "resources/StringTable.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -31,35 +25,10 @@ namespace Bramlet {
 namespace {
 
 constexpr int emptyNameText = 840;
-constexpr int databaseFilter = 843;
-constexpr int overwriteText = 844; // and 845 on the next line
 constexpr int deleteQuestion = 835;
 constexpr int noSuchCardText = 852;
 constexpr int saveQuestion = 854;
-constexpr int duplicateRowsText = 857;
-constexpr int oneDuplicateRowText = 858;
-constexpr int importTitle = 859;
-constexpr int importFilter = 860;
-constexpr int saveAsTitle = 1007;
 constexpr int readOnlyText = 1082;
-
-// Engine failures that mean the file is no card file of ours (or a damaged one) rather than
-// one the user could not reach: they all get the one message of a damaged file.
-bool IsDamagedFileError(int number)
-{
-    switch (number) {
-    case DaoError::FileNotFound:
-    case DaoError::FileInUse:
-    case DaoError::PermissionDenied:
-    case DaoError::InvalidPath:
-    case DaoError::LockedByUser:
-    case DaoError::DiskFull:
-    case DaoError::DiskOrNetworkError:
-        return false;
-    default:
-        return true;
-    }
-}
 
 } // namespace
 
@@ -136,24 +105,9 @@ QString CardDocument::Caption() const
 bool CardDocument::Open(const QString& path, int view)
 {
     const ChangeScope scope(*this);
-    auto cards = std::make_unique<CardDatabase>(engine());
-    QString failure;
-    {
-        const Frame::Hourglass hourglass;
-        try {
-            cards->OpenCardDatabase(path, false);
-        } catch (const DaoError& error) {
-            failure = IsDamagedFileError(error.number())
-                ? DaoError::standardDescription(DaoError::CorruptFile, path)
-                : EngineErrorText(error.number(), error.description());
-        } catch (const std::exception&) {
-            failure = DaoError::standardDescription(DaoError::CorruptFile, path);
-        }
-    }
-    if (!failure.isEmpty()) {
-        ShowCardMessage(failure, Frame::MessageIcon::Exclamation);
+    std::unique_ptr<CardDatabase> cards = OpenCardFile(engine(), path);
+    if (!cards)
         return false;
-    }
     m_cards = std::move(cards);
     m_fileName = QFileInfo(path).absoluteFilePath();
     m_fieldEditing = false;
@@ -174,43 +128,13 @@ void CardDocument::showAfterOpen()
 
 bool CardDocument::CreateWithDialog(int view)
 {
-    Frame::FileDialogRequest request { GetResString(saveAsTitle), GetResString(databaseFilter), 1,
-        m_host != nullptr ? m_host->DialogFolder() : QString(), QString(), false };
-    for (;;) {
-        const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
-        if (!choice || choice->path.isEmpty())
-            return false;
-        QString path = choice->path;
-        if (QFileInfo(path).suffix().isEmpty())
-            path += u".qnd"_s;
-        if (!QFileInfo::exists(path)) {
-            if (m_host != nullptr)
-                m_host->RememberDialogFolder(path);
-            return Create(path, view);
-        }
-        ShowCardMessage(TwoLineMessage(overwriteText), Frame::MessageIcon::Exclamation);
-        request.folder = QFileInfo(path).absolutePath();
-    }
+    const std::optional<QString> path = AskNewCardFile(m_host);
+    return path && Create(*path, view);
 }
 
 bool CardDocument::Create(const QString& path, int view)
 {
-    const bool existed = QFileInfo::exists(path);
-    try {
-        CardDatabase(engine()).CreateCardDatabase(path, view);
-    } catch (const DaoError& error) {
-        // Whatever was written of a file that did not exist before goes again.
-        if (!existed) {
-            QFile::remove(path);
-            QFile::remove(path + u"-journal"_s);
-        }
-        // Unlike a cancelled dialog, a failure is told: the window would otherwise vanish
-        // without a word.
-        ShowCardMessage(
-            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
-        return false;
-    }
-    return Open(path, view);
+    return CreateCardFile(engine(), path, view) && Open(path, view);
 }
 
 void CardDocument::BuildCardLayout()
@@ -584,14 +508,8 @@ bool CardDocument::ImportWithDialog()
 {
     if (!m_cards || ReadOnly())
         return false;
-    const Frame::FileDialogRequest request { GetResString(importTitle), GetResString(importFilter),
-        1, m_host != nullptr ? m_host->DialogFolder() : QString(), QString() };
-    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().openFile(request);
-    if (!choice || choice->path.isEmpty())
-        return false;
-    if (m_host != nullptr)
-        m_host->RememberDialogFolder(choice->path);
-    return ImportCards(choice->path);
+    const std::optional<QString> path = AskImportFile(m_host);
+    return path && ImportCards(*path);
 }
 
 bool CardDocument::ImportCards(const QString& path)
@@ -599,48 +517,12 @@ bool CardDocument::ImportCards(const QString& path)
     const ChangeScope scope(*this);
     if (!m_cards || ReadOnly() || !leaveCard(0))
         return false;
-    CardImportResult result;
-    QString failure;
-    {
-        const Frame::Hourglass hourglass;
-        try {
-            result = ImportCardRows(*m_cards, path);
-        } catch (const DaoError& error) {
-            failure = EngineErrorText(error.number(), error.description());
-        }
-    }
+    const CardImportOutcome outcome = ImportCardFile(*m_cards, path);
     // The card set was opened anew: show it as button 17 would.
     if (CardCount() == 0)
         startNewCard();
     DisplayCard();
-    if (!failure.isEmpty()) {
-        ShowCardMessage(failure, Frame::MessageIcon::Exclamation);
-        return false;
-    }
-    if (result.DuplicateNames == 1)
-        ShowCardMessage(GetResString(oneDuplicateRowText), Frame::MessageIcon::Information);
-    else if (result.DuplicateNames > 1)
-        ShowCardMessage(QString::number(result.DuplicateNames) + GetResString(duplicateRowsText),
-            Frame::MessageIcon::Information);
-    if (result.OtherRefused > 0)
-        ShowCardMessage(result.FirstRefusal, Frame::MessageIcon::Exclamation);
-    return true;
-}
-
-bool CardDocument::reopen(bool exclusive)
-{
-    try {
-        m_cards->OpenCardDatabase(m_fileName, exclusive);
-        return true;
-    } catch (const DaoError& error) {
-        ShowCardMessage(
-            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
-    }
-    // Back as it was: shared.
-    try {
-        m_cards->OpenCardDatabase(m_fileName, false);
-    } catch (const DaoError&) { }
-    return false;
+    return TellCardImport(outcome);
 }
 
 bool CardDocument::SetFieldEditing(bool on)
@@ -651,7 +533,7 @@ bool CardDocument::SetFieldEditing(bool on)
     if (!leaveCard(0))
         return false;
     // Changing columns needs the file to itself.
-    const bool done = reopen(on);
+    const bool done = ReopenCardFile(*m_cards, m_fileName, on);
     m_fieldEditing = done ? on : false;
     BuildCardLayout();
     if (m_fieldEditing) {

@@ -189,7 +189,6 @@ private:
     void startNewCard();
     void showAfterOpen();
     void reportSaveError(int number, const QString& description);
-    bool reopen(bool exclusive);
 
     Frame::DocumentHost* m_host;
     Dao::DBEngine* m_engine;
