@@ -239,44 +239,35 @@ bool CardDocument::BeginCardEdit()
     return set->EditMode() != Dao::EditMode::None;
 }
 
-bool CardDocument::SetControlText(int index, const QString& text)
+template <typename Change> bool CardDocument::changeControl(int index, Change change)
 {
     const ChangeScope scope(*this);
     notify();
     if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
         return false;
     CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Text = text;
+    change(control);
     control.Touched = true;
     m_changed = true;
     return true;
+}
+
+bool CardDocument::SetControlText(int index, const QString& text)
+{
+    return changeControl(index, [&](CardControl& control) { control.Text = text; });
 }
 
 bool CardDocument::SetControlChecked(int index, bool checked)
 {
-    const ChangeScope scope(*this);
-    notify();
-    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
-        return false;
-    CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Checked = checked;
-    control.Touched = true;
-    m_changed = true;
-    return true;
+    return changeControl(index, [&](CardControl& control) { control.Checked = checked; });
 }
 
 bool CardDocument::SetControlDate(int index, bool null, double serial)
 {
-    const ChangeScope scope(*this);
-    notify();
-    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
-        return false;
-    CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Null = null;
-    control.Date = serial;
-    control.Touched = true;
-    m_changed = true;
-    return true;
+    return changeControl(index, [&](CardControl& control) {
+        control.Null = null;
+        control.Date = serial;
+    });
 }
 
 bool CardDocument::SaveCard()

@@ -12,7 +12,6 @@
 
 namespace Dao {
 class DBEngine;
-class Field;
 class Recordset;
 } // namespace Dao
 
@@ -24,6 +23,11 @@ class DocumentHost;
 // the top of graph/GraphDocument.h): one open card file, its card set, the card on show and
 // what the user has typed into it. The window mirrors Controls() and forwards what the user
 // does; quorbin-cli adds and shows cards through the very same commands.
+//
+// The document keeps the state and the order of things; the work is done behind it: the
+// controls laid out from the columns (CardControls.h), one card's values read and written
+// (CardControlValues.h), moving through the card set (CardNavigation.h), files opened, made
+// and imported (CardFiles.h) and what the user is told (CardMessages.h).
 namespace Bramlet {
 
 class CardDatabase;
@@ -184,6 +188,9 @@ private:
 
     void notify();
     Dao::DBEngine& engine() const;
+    // Begins the card's edit, changes the control and marks it touched; false (nothing
+    // changed) when the card may not change.
+    template <typename Change> bool changeControl(int index, Change change);
     // Saves what leaving the card asks for; false when the save failed.
     bool leaveCard(int action);
     void startNewCard();
