@@ -32,7 +32,8 @@ class CardDocument;
 // Sprondle). It lays the card out from the document's controls, shows the card on show,
 // forwards every edit and command to the document and answers its changed() with Refresh.
 // Boxes hand each keystroke to the document as it is typed, so no edit is ever left open in
-// the window when a command runs.
+// the window when a command runs. The menus and toolbar are CardWindowActions; the controls
+// are bound to the document's by CardControlBinder.
 class frmBramlet : public QMainWindow, public Frame::DocumentWindow
 {
     Q_OBJECT

@@ -33,7 +33,9 @@ class frmFormula;
 // The spreadsheet's window: a view of one SheetDocument. It shows the grid, the edit box over
 // the cell being typed into and the fill handle, keeps what only the view knows (the cell
 // being edited, whether a click on a cell points at it for a formula), forwards every command
-// to the document and answers its one changed() with one Refresh.
+// to the document and answers its one changed() with one Refresh. Its parts are classes of
+// their own: the menus and toolbar (SheetWindowActions), the edit box (SheetEditBox), the
+// modeless tools (SheetToolDialogs) and the status bar (SheetStatusArea).
 class frmTillane : public QMainWindow, public Frame::DocumentWindow
 {
     Q_OBJECT
