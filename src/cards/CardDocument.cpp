@@ -1,21 +1,18 @@
 #include "cards/CardDocument.h"
 
+#include "cards/CardControlValues.h"
+#include "cards/CardControls.h"
 #include "cards/CardDatabase.h"
-#include "cards/CardFields.h"
-#include "cards/CardImportRows.h"
-#include "cards/CardValues.h"
+#include "cards/CardFiles.h"
+#include "cards/CardMessages.h"
 #include "cards/DaoProperties.h"
-#include "frame/DocumentHost.h"
 #include "frame/Helpers.h"
-#include "frame/Hourglass.h"
 #include "frame/Prompts.h"
 #include "platform/dao/DBEngine.h"
 #include "platform/dao/DaoError.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/Format.h"
 #include "resources/StringTable.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -28,48 +25,10 @@ namespace Bramlet {
 namespace {
 
 constexpr int emptyNameText = 840;
-constexpr int duplicateNameText = 841; // and 842 on the next line
-constexpr int databaseFilter = 843;
-constexpr int overwriteText = 844; // and 845 on the next line
 constexpr int deleteQuestion = 835;
 constexpr int noSuchCardText = 852;
 constexpr int saveQuestion = 854;
-constexpr int conflictText = 855; // and 856 on the next line
-constexpr int duplicateRowsText = 857;
-constexpr int oneDuplicateRowText = 858;
-constexpr int importTitle = 859;
-constexpr int importFilter = 860;
-constexpr int saveAsTitle = 1007;
 constexpr int readOnlyText = 1082;
-
-QString TwoLines(int first)
-{
-    return GetResString(first) + u'\n' + GetResString(first + 1);
-}
-
-int NumberProperty(Dao::Field& field, const QString& name)
-{
-    const Variant value = GetDaoProperty(field, name);
-    return value.isNumeric() ? static_cast<int>(value.number()) : 0;
-}
-
-// Engine failures that mean the file is no card file of ours (or a damaged one) rather than
-// one the user could not reach: they all get the one message of a damaged file.
-bool IsDamagedFileError(int number)
-{
-    switch (number) {
-    case DaoError::FileNotFound:
-    case DaoError::FileInUse:
-    case DaoError::PermissionDenied:
-    case DaoError::InvalidPath:
-    case DaoError::LockedByUser:
-    case DaoError::DiskFull:
-    case DaoError::DiskOrNetworkError:
-        return false;
-    default:
-        return true;
-    }
-}
 
 } // namespace
 
@@ -122,12 +81,6 @@ void CardDocument::notify()
         emit changed();
 }
 
-void CardDocument::message(const QString& text, int icon) const
-{
-    Frame::CurrentPrompts().message(
-        text, QString(), static_cast<Frame::MessageIcon>(icon), Frame::MessageButtons::Ok);
-}
-
 Dao::Recordset* CardDocument::MainTable() const
 {
     return m_cards ? m_cards->MainTable().get() : nullptr;
@@ -152,24 +105,9 @@ QString CardDocument::Caption() const
 bool CardDocument::Open(const QString& path, int view)
 {
     const ChangeScope scope(*this);
-    auto cards = std::make_unique<CardDatabase>(engine());
-    QString failure;
-    {
-        const Frame::Hourglass hourglass;
-        try {
-            cards->OpenCardDatabase(path, false);
-        } catch (const DaoError& error) {
-            failure = IsDamagedFileError(error.number())
-                ? DaoError::standardDescription(DaoError::CorruptFile, path)
-                : u"Error %1: %2"_s.arg(error.number()).arg(error.description());
-        } catch (const std::exception&) {
-            failure = DaoError::standardDescription(DaoError::CorruptFile, path);
-        }
-    }
-    if (!failure.isEmpty()) {
-        message(failure, int(Frame::MessageIcon::Exclamation));
+    std::unique_ptr<CardDatabase> cards = OpenCardFile(engine(), path);
+    if (!cards)
         return false;
-    }
     m_cards = std::move(cards);
     m_fileName = QFileInfo(path).absoluteFilePath();
     m_fieldEditing = false;
@@ -190,126 +128,13 @@ void CardDocument::showAfterOpen()
 
 bool CardDocument::CreateWithDialog(int view)
 {
-    Frame::FileDialogRequest request { GetResString(saveAsTitle), GetResString(databaseFilter), 1,
-        m_host != nullptr ? m_host->DialogFolder() : QString(), QString(), false };
-    for (;;) {
-        const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().saveFile(request);
-        if (!choice || choice->path.isEmpty())
-            return false;
-        QString path = choice->path;
-        if (QFileInfo(path).suffix().isEmpty())
-            path += u".qnd"_s;
-        if (!QFileInfo::exists(path)) {
-            if (m_host != nullptr)
-                m_host->RememberDialogFolder(path);
-            return Create(path, view);
-        }
-        message(TwoLines(overwriteText), int(Frame::MessageIcon::Exclamation));
-        request.folder = QFileInfo(path).absolutePath();
-    }
+    const std::optional<QString> path = AskNewCardFile(m_host);
+    return path && Create(*path, view);
 }
 
 bool CardDocument::Create(const QString& path, int view)
 {
-    const bool existed = QFileInfo::exists(path);
-    try {
-        CardDatabase(engine()).CreateCardDatabase(path, view);
-    } catch (const DaoError& error) {
-        // Whatever was written of a file that did not exist before goes again.
-        if (!existed) {
-            QFile::remove(path);
-            QFile::remove(path + u"-journal"_s);
-        }
-        // Unlike a cancelled dialog, a failure is told: the window would otherwise vanish
-        // without a word.
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
-        return false;
-    }
-    return Open(path, view);
-}
-
-CardControl CardDocument::makeControl(
-    int column, const std::shared_ptr<Dao::Field>& field, int& keywordIndex) const
-{
-    CardControl control;
-    control.Column = column;
-    control.FieldName = field->Name();
-    control.FieldType = FieldType(*field);
-    const auto place = [&](ControlKind kind, const QString& arrayName, bool label) {
-        control.Kind = kind;
-        control.ArrayName = arrayName;
-        control.HasLabel = label;
-        control.Label = FieldLabel(*field);
-        control.Format = FieldFormat(*field);
-        control.FieldRect
-            = QRect(NumberProperty(*field, u"FieldLeft"_s), NumberProperty(*field, u"FieldTop"_s),
-                NumberProperty(*field, u"FieldWidth"_s), NumberProperty(*field, u"FieldHeight"_s));
-        control.LabelRect
-            = QRect(NumberProperty(*field, u"LabelLeft"_s), NumberProperty(*field, u"LabelTop"_s),
-                NumberProperty(*field, u"LabelWidth"_s), NumberProperty(*field, u"LabelHeight"_s));
-        // A field without the property (made by hand) is shown rather than lost.
-        const Variant visible = GetDaoProperty(*field, u"FieldVisible"_s);
-        control.Visible = visible.isEmpty() || visible.isNull() || visible.number() != 0.0;
-    };
-    switch (control.FieldType) {
-    case CardNameField:
-        control.Kind = ControlKind::Name;
-        control.ArrayName = u"txtName"_s;
-        break;
-    case FreeTextField:
-        control.Kind = ControlKind::FreeText;
-        control.ArrayName = u"txtFreeText"_s;
-        break;
-    case MainPictureField:
-        control.Kind = ControlKind::Picture;
-        control.ArrayName = u"picPicture"_s;
-        break;
-    case TextField:
-    case WholeNumberField:
-    case DecimalNumberField:
-    case CurrencyField:
-        place(ControlKind::TextField, u"txtField"_s, true);
-        break;
-    case DateField:
-    case TimeField:
-    case DateTimeField:
-        if (m_fieldEditing)
-            place(ControlKind::TextField, u"txtField"_s, true);
-        else
-            place(ControlKind::DatePicker, u"DTPicker"_s, true);
-        break;
-    case OnOffField:
-        place(ControlKind::CheckBox, u"chkField"_s, false);
-        break;
-    case DropDownField:
-        if (m_fieldEditing) {
-            place(ControlKind::TextField, u"txtField"_s, true);
-        } else {
-            place(ControlKind::DropDown, u"cmbField"_s, true);
-            for (const QString& item : FieldChoices(*field).split(u',')) {
-                if (!item.trimmed().isEmpty())
-                    control.Choices.append(item.trimmed());
-            }
-        }
-        break;
-    case WebAddressField:
-        place(ControlKind::WebAddress, u"cmdURL"_s, false);
-        break;
-    case ResourceField:
-        place(ControlKind::Resource, u"cmdResource"_s, false);
-        break;
-    case KeywordField:
-        control.Kind = ControlKind::Keyword;
-        control.ArrayName = u"txtKeyWord"_s;
-        control.ArrayIndex = keywordIndex < 6 ? keywordIndex : -1;
-        ++keywordIndex;
-        break;
-    default:
-        control.ArrayName.clear(); // a column no control shows
-        break;
-    }
-    return control;
+    return CreateCardFile(engine(), path, view) && Open(path, view);
 }
 
 void CardDocument::BuildCardLayout()
@@ -321,41 +146,18 @@ void CardDocument::BuildCardLayout()
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return;
-    int keywordIndex = 0;
-    QHash<QString, int> elements;
-    const auto fields = set->Fields().items();
-    for (int column = 0; column < static_cast<int>(fields.size()); ++column) {
-        CardControl control
-            = makeControl(column, fields[static_cast<size_t>(column)], keywordIndex);
-        if (control.ArrayName.isEmpty()
-            || (control.Kind == ControlKind::Keyword && control.ArrayIndex < 0))
-            continue;
-        // Field control arrays count from 1: element 0 is the template.
-        if (control.ArrayIndex < 0 && control.FieldType > MainPictureField)
-            control.ArrayIndex = ++elements[control.ArrayName];
-        m_controls.push_back(std::move(control));
-    }
+    m_controls = MakeCardControls(*set, m_fieldEditing);
     notify();
 }
 
 int CardDocument::ControlOfKind(ControlKind kind) const
 {
-    for (size_t index = 0; index < m_controls.size(); ++index) {
-        if (m_controls[index].Kind == kind)
-            return static_cast<int>(index);
-    }
-    return -1;
+    return FindControlOfKind(m_controls, kind);
 }
 
 int CardDocument::ControlWithLabel(const QString& label) const
 {
-    for (size_t index = 0; index < m_controls.size(); ++index) {
-        const CardControl& control = m_controls[index];
-        if (control.FieldType >= TextField && control.FieldType <= ResourceField
-            && control.Label.compare(label, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(index);
-    }
-    return -1;
+    return FindControlWithLabel(m_controls, label);
 }
 
 int CardDocument::ViewWidth() const
@@ -407,66 +209,15 @@ bool CardDocument::SetView(int view)
     return true;
 }
 
-void CardDocument::blankControls()
-{
-    for (CardControl& control : m_controls) {
-        control.Text.clear();
-        control.Checked = false;
-        control.Null = true;
-        control.Date = 0.0;
-        control.KeyPicture.clear();
-        control.Touched = false;
-    }
-    m_picture.clear();
-}
-
 void CardDocument::DisplayCard()
 {
     const ChangeScope scope(*this);
     m_editEnabled = false;
-    blankControls();
+    BlankCardControls(m_controls);
+    m_picture.clear();
     Dao::Recordset* set = MainTable();
-    if (set != nullptr && set->EditMode() != Dao::EditMode::Add && set->AbsolutePosition() >= 0) {
-        for (CardControl& control : m_controls) {
-            const Variant value = set->Fields(control.Column)->Value();
-            const bool none = value.isNull() || value.isEmpty();
-            switch (control.Kind) {
-            case ControlKind::Name:
-            case ControlKind::FreeText:
-            case ControlKind::WebAddress:
-            case ControlKind::Resource:
-                control.Text = none ? QString() : Runtime::Format(value);
-                break;
-            case ControlKind::TextField:
-                control.Text = ShownText(value, control.Format);
-                break;
-            case ControlKind::CheckBox:
-                control.Checked = value.isNumeric() && value.number() != 0.0;
-                break;
-            case ControlKind::DropDown:
-                // Only an item equal to the stored text (with case) is selected.
-                control.Text = none ? QString() : Runtime::Format(value);
-                if (!control.Choices.contains(control.Text))
-                    control.Text.clear();
-                break;
-            case ControlKind::DatePicker:
-                control.Null = !value.isNumeric();
-                control.Date = value.isNumeric() ? value.number() : 0.0;
-                break;
-            case ControlKind::Keyword:
-                control.Text = m_cards->KeywordText(value);
-                // The keyword table stands on the keyword found.
-                if (!control.Text.isEmpty())
-                    control.KeyPicture
-                        = m_cards->KeywordTable()->Fields(u"KeyPicture"_s)->Value().bytes();
-                break;
-            case ControlKind::Picture:
-                if (value.type() == Runtime::VariantType::Binary)
-                    m_picture = value.bytes();
-                break;
-            }
-        }
-    }
+    if (set != nullptr && set->EditMode() != Dao::EditMode::Add && set->AbsolutePosition() >= 0)
+        m_picture = ReadCardControls(*m_cards, *set, m_controls);
     m_changed = false;
     m_editEnabled = true;
     notify();
@@ -488,44 +239,35 @@ bool CardDocument::BeginCardEdit()
     return set->EditMode() != Dao::EditMode::None;
 }
 
-bool CardDocument::SetControlText(int index, const QString& text)
+template <typename Change> bool CardDocument::changeControl(int index, Change change)
 {
     const ChangeScope scope(*this);
     notify();
     if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
         return false;
     CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Text = text;
+    change(control);
     control.Touched = true;
     m_changed = true;
     return true;
+}
+
+bool CardDocument::SetControlText(int index, const QString& text)
+{
+    return changeControl(index, [&](CardControl& control) { control.Text = text; });
 }
 
 bool CardDocument::SetControlChecked(int index, bool checked)
 {
-    const ChangeScope scope(*this);
-    notify();
-    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
-        return false;
-    CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Checked = checked;
-    control.Touched = true;
-    m_changed = true;
-    return true;
+    return changeControl(index, [&](CardControl& control) { control.Checked = checked; });
 }
 
 bool CardDocument::SetControlDate(int index, bool null, double serial)
 {
-    const ChangeScope scope(*this);
-    notify();
-    if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
-        return false;
-    CardControl& control = m_controls[static_cast<size_t>(index)];
-    control.Null = null;
-    control.Date = serial;
-    control.Touched = true;
-    m_changed = true;
-    return true;
+    return changeControl(index, [&](CardControl& control) {
+        control.Null = null;
+        control.Date = serial;
+    });
 }
 
 bool CardDocument::SaveCard()
@@ -536,46 +278,7 @@ bool CardDocument::SaveCard()
         return true;
     const bool adding = set->EditMode() == Dao::EditMode::Add;
     try {
-        for (const CardControl& control : m_controls) {
-            // What the user did not touch keeps what the file holds now (another copy may
-            // have saved it since this card was shown); a new card's name is always written,
-            // so that an empty one is refused as such.
-            const bool name = control.Kind == ControlKind::Name;
-            if (!control.Touched && !(name && adding))
-                continue;
-            const auto field = set->Fields(control.Column);
-            switch (control.Kind) {
-            case ControlKind::Name:
-                field->SetValue(control.Text.trimmed());
-                break;
-            case ControlKind::FreeText:
-                // The column takes no empty text: an emptied box is no free text.
-                field->SetValue(control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
-                break;
-            case ControlKind::TextField:
-            case ControlKind::DropDown:
-                if (const auto value = TypedFieldValue(
-                        control.FieldType, control.Text, field->Value(), control.Format))
-                    field->SetValue(*value);
-                break;
-            case ControlKind::DatePicker:
-                if (const auto value = PickedDateValue(control.Null, control.Date, field->Value()))
-                    field->SetValue(*value);
-                break;
-            case ControlKind::CheckBox:
-                field->SetValue(control.Checked);
-                break;
-            case ControlKind::WebAddress:
-            case ControlKind::Resource:
-                if (control.Text != Runtime::Format(field->Value()))
-                    field->SetValue(
-                        control.Text.isEmpty() ? Variant::null() : Variant(control.Text));
-                break;
-            case ControlKind::Picture:
-            case ControlKind::Keyword:
-                break; // changed through their own commands
-            }
-        }
+        WriteCardControls(*set, m_controls, adding);
         set->Update();
         engine().Idle(Dao::DBEngine::RefreshCache);
     } catch (const DaoError& error) {
@@ -595,52 +298,19 @@ bool CardDocument::SaveCard()
 void CardDocument::reportSaveError(int number, const QString& description)
 {
     notify();
-    switch (number) {
-    case DaoError::DuplicateValue:
-        message(TwoLines(duplicateNameText), int(Frame::MessageIcon::Exclamation));
+    if (TellSaveFailure(number, description) != AfterSaveFailure::ShowStoredCard)
         return;
-    case DaoError::ZeroLengthNotAllowed:
-        message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
-        return;
-    case DaoError::ChangedByAnotherUser:
-    case DaoError::LockedBySession:
-    // Another copy holding the file past the busy timeout is the same story to the user: the
-    // card could not be saved because of someone else, and trying again later works.
-    case DaoError::LockedByUser: {
-        message(TwoLines(conflictText), int(Frame::MessageIcon::Exclamation));
-        Dao::Recordset* set = MainTable();
-        try {
-            if (set->EditMode() != Dao::EditMode::None)
-                set->CancelUpdate();
-            if (set->AbsolutePosition() >= 0)
-                set->Move(0); // reads the stored card again
-        } catch (const DaoError&) {
-            // Still out of reach: the card shows what was read last.
-        }
-        if (CardCount() == 0)
-            startNewCard();
-        DisplayCard();
-        return;
-    }
-    case DaoError::NoCurrentRecord:
-        return;
-    default:
-        Frame::CurrentPrompts().message(u"Error %1: %2"_s.arg(number).arg(description), QString(),
-            Frame::MessageIcon::None, Frame::MessageButtons::Ok);
-        return;
-    }
+    ReloadCard(*MainTable());
+    if (CardCount() == 0)
+        startNewCard();
+    DisplayCard();
 }
 
 void CardDocument::startNewCard()
 {
     Dao::Recordset* set = MainTable();
-    if (set == nullptr || ReadOnly())
-        return;
-    try {
-        set->AddNew();
-    } catch (const DaoError&) {
-        // A set that takes no new rows shows no new card.
-    }
+    if (set != nullptr && !ReadOnly())
+        StartNewCard(*set);
 }
 
 bool CardDocument::leaveCard(int action)
@@ -654,7 +324,7 @@ bool CardDocument::leaveCard(int action)
         if (!typed.trimmed().isEmpty())
             return SaveCard();
         if (action == NextCard)
-            message(GetResString(emptyNameText), int(Frame::MessageIcon::Information));
+            ShowCardMessage(GetResString(emptyNameText), Frame::MessageIcon::Information);
         return true;
     }
     if (set->EditMode() == Dao::EditMode::InProgress && set->AbsolutePosition() >= 0)
@@ -668,35 +338,7 @@ void CardDocument::GoToCard(int action)
     Dao::Recordset* set = MainTable();
     if (set == nullptr || !leaveCard(action))
         return;
-    try {
-        switch (action) {
-        case FirstCard:
-            set->MoveFirst();
-            break;
-        case PreviousCard:
-            set->MovePrevious();
-            if (set->IsBOF())
-                set->MoveFirst();
-            break;
-        case NextCard:
-            if (!set->IsEOF())
-                set->MoveNext();
-            if (set->IsEOF()) {
-                startNewCard();
-                // Where no new card may be started the last card stays on show.
-                if (set->EditMode() != Dao::EditMode::Add)
-                    set->MoveLast();
-            }
-            break;
-        case LastCard:
-            set->MoveLast();
-            break;
-        default:
-            break;
-        }
-    } catch (const DaoError&) {
-        // No card to move to.
-    }
+    MoveCardSet(*set, action, !ReadOnly());
     if (CardCount() == 0 && set->EditMode() != Dao::EditMode::Add)
         startNewCard();
     DisplayCard();
@@ -748,16 +390,15 @@ bool CardDocument::GoToNumber(const QString& text)
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return false;
-    bool number = false;
-    const int wanted = text.trimmed().toInt(&number);
-    if (!number || wanted < 1 || wanted > CardCount()) {
-        message(GetResString(noSuchCardText), int(Frame::MessageIcon::Exclamation));
+    const std::optional<int> wanted = CardNumberFrom(text, CardCount());
+    if (!wanted) {
+        ShowCardMessage(GetResString(noSuchCardText), Frame::MessageIcon::Exclamation);
         notify(); // the record box shows the card on show again
         return false;
     }
     if (!leaveCard(0))
         return false;
-    set->SetAbsolutePosition(std::min<qint64>(wanted - 1, set->RecordCount() - 1));
+    set->SetAbsolutePosition(std::min<qint64>(*wanted - 1, set->RecordCount() - 1));
     DisplayCard();
     return true;
 }
@@ -799,13 +440,12 @@ bool CardDocument::AskToSaveCard()
 
 QString CardDocument::RecordNumberText() const
 {
-    const int position = CurrentPosition();
-    return position < 0 ? u"--"_s : QString::number(position + 1);
+    return CardNumberText(CurrentPosition());
 }
 
 QString CardDocument::RecordCountText() const
 {
-    return u"/"_s + QString::number(CardCount());
+    return CardCountText(CardCount());
 }
 
 int CardDocument::CardCount() const
@@ -844,11 +484,7 @@ bool CardDocument::ShowCardNamed(const QString& name)
     Dao::Recordset* set = MainTable();
     if (set == nullptr || CardCount() == 0)
         return false;
-    QString quoted = name;
-    quoted.replace(u'\'', u"''"_s);
-    set->MoveFirst();
-    set->FindFirst(u"[CardName] = '"_s + quoted + u"'"_s);
-    if (set->NoMatch())
+    if (!FindCardNamed(*set, name))
         return false;
     DisplayCard();
     return true;
@@ -856,47 +492,15 @@ bool CardDocument::ShowCardNamed(const QString& name)
 
 QStringList CardDocument::CardLines() const
 {
-    QStringList lines;
-    for (const CardControl& control : m_controls) {
-        QString text;
-        switch (control.Kind) {
-        case ControlKind::Name:
-            lines.append(u"Name\t"_s + control.Text);
-            continue;
-        case ControlKind::TextField:
-        case ControlKind::DropDown:
-        case ControlKind::WebAddress:
-        case ControlKind::Resource:
-            text = control.Text;
-            break;
-        case ControlKind::CheckBox:
-            text = control.Checked ? u"1"_s : u"0"_s;
-            break;
-        case ControlKind::DatePicker:
-            text = control.Null ? QString()
-                                : Runtime::Format(Variant::date(control.Date), control.Format);
-            break;
-        default:
-            continue;
-        }
-        if (control.Visible)
-            lines.append(control.Label + u'\t' + text);
-    }
-    return lines;
+    return CardLinesOf(m_controls);
 }
 
 bool CardDocument::ImportWithDialog()
 {
     if (!m_cards || ReadOnly())
         return false;
-    const Frame::FileDialogRequest request { GetResString(importTitle), GetResString(importFilter),
-        1, m_host != nullptr ? m_host->DialogFolder() : QString(), QString() };
-    const std::optional<Frame::FileChoice> choice = Frame::CurrentPrompts().openFile(request);
-    if (!choice || choice->path.isEmpty())
-        return false;
-    if (m_host != nullptr)
-        m_host->RememberDialogFolder(choice->path);
-    return ImportCards(choice->path);
+    const std::optional<QString> path = AskImportFile(m_host);
+    return path && ImportCards(*path);
 }
 
 bool CardDocument::ImportCards(const QString& path)
@@ -904,48 +508,12 @@ bool CardDocument::ImportCards(const QString& path)
     const ChangeScope scope(*this);
     if (!m_cards || ReadOnly() || !leaveCard(0))
         return false;
-    CardImportResult result;
-    QString failure;
-    {
-        const Frame::Hourglass hourglass;
-        try {
-            result = ImportCardRows(*m_cards, path);
-        } catch (const DaoError& error) {
-            failure = u"Error %1: %2"_s.arg(error.number()).arg(error.description());
-        }
-    }
+    const CardImportOutcome outcome = ImportCardFile(*m_cards, path);
     // The card set was opened anew: show it as button 17 would.
     if (CardCount() == 0)
         startNewCard();
     DisplayCard();
-    if (!failure.isEmpty()) {
-        message(failure, int(Frame::MessageIcon::Exclamation));
-        return false;
-    }
-    if (result.DuplicateNames == 1)
-        message(GetResString(oneDuplicateRowText), int(Frame::MessageIcon::Information));
-    else if (result.DuplicateNames > 1)
-        message(QString::number(result.DuplicateNames) + GetResString(duplicateRowsText),
-            int(Frame::MessageIcon::Information));
-    if (result.OtherRefused > 0)
-        message(result.FirstRefusal, int(Frame::MessageIcon::Exclamation));
-    return true;
-}
-
-bool CardDocument::reopen(bool exclusive)
-{
-    try {
-        m_cards->OpenCardDatabase(m_fileName, exclusive);
-        return true;
-    } catch (const DaoError& error) {
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
-    }
-    // Back as it was: shared.
-    try {
-        m_cards->OpenCardDatabase(m_fileName, false);
-    } catch (const DaoError&) { }
-    return false;
+    return TellCardImport(outcome);
 }
 
 bool CardDocument::SetFieldEditing(bool on)
@@ -956,7 +524,7 @@ bool CardDocument::SetFieldEditing(bool on)
     if (!leaveCard(0))
         return false;
     // Changing columns needs the file to itself.
-    const bool done = reopen(on);
+    const bool done = ReopenCardFile(*m_cards, m_fileName, on);
     m_fieldEditing = done ? on : false;
     BuildCardLayout();
     if (m_fieldEditing) {
@@ -984,29 +552,15 @@ void CardDocument::MoveField(int index, int left, int top)
     if (!m_cards || !m_fieldEditing || index < 0 || index >= static_cast<int>(m_controls.size()))
         return;
     CardControl& control = m_controls[static_cast<size_t>(index)];
-    if (control.FieldType < TextField || control.FieldType > ResourceField)
+    if (!IsUserField(control))
         return;
-    const int x = left / LayoutGrid * LayoutGrid;
-    const int y = top / LayoutGrid * LayoutGrid;
     ++m_layoutVersion;
-    control.FieldRect.moveTo(x, y);
-    if (control.Kind == ControlKind::TextField || control.Kind == ControlKind::DatePicker)
-        control.LabelRect.moveTo(x - control.LabelRect.width() - 105, y + 60);
+    SnapFieldControl(control, left, top, LayoutGrid);
     try {
-        const auto field = m_cards->MainTableDef()->Fields(control.FieldName);
-        SetDaoProperty(*field, u"FieldLeft"_s, qint64(control.FieldRect.left()));
-        SetDaoProperty(*field, u"FieldTop"_s, qint64(control.FieldRect.top()));
-        SetDaoProperty(*field, u"FieldWidth"_s, qint64(control.FieldRect.width()));
-        SetDaoProperty(*field, u"FieldHeight"_s, qint64(control.FieldRect.height()));
-        if (control.HasLabel) {
-            SetDaoProperty(*field, u"LabelLeft"_s, qint64(control.LabelRect.left()));
-            SetDaoProperty(*field, u"LabelTop"_s, qint64(control.LabelRect.top()));
-            SetDaoProperty(*field, u"LabelWidth"_s, qint64(control.LabelRect.width()));
-            SetDaoProperty(*field, u"LabelHeight"_s, qint64(control.LabelRect.height()));
-        }
+        StoreFieldPlacement(*m_cards->MainTableDef(), control);
     } catch (const DaoError& error) {
-        message(u"Error %1: %2"_s.arg(error.number()).arg(error.description()),
-            int(Frame::MessageIcon::None));
+        ShowCardMessage(
+            EngineErrorText(error.number(), error.description()), Frame::MessageIcon::None);
     }
     notify();
 }

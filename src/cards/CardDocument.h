@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cards/CardControl.h"
+#include "cards/CardNavigation.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -11,7 +12,6 @@
 
 namespace Dao {
 class DBEngine;
-class Field;
 class Recordset;
 } // namespace Dao
 
@@ -23,6 +23,11 @@ class DocumentHost;
 // the top of graph/GraphDocument.h): one open card file, its card set, the card on show and
 // what the user has typed into it. The window mirrors Controls() and forwards what the user
 // does; quorbin-cli adds and shows cards through the very same commands.
+//
+// The document keeps the state and the order of things; the work is done behind it: the
+// controls laid out from the columns (CardControls.h), one card's values read and written
+// (CardControlValues.h), moving through the card set (CardNavigation.h), files opened, made
+// and imported (CardFiles.h) and what the user is told (CardMessages.h).
 namespace Bramlet {
 
 class CardDatabase;
@@ -32,14 +37,6 @@ enum CardView : int {
     VelkinView = 2, // keywords as key pictures
     BramletView = 3, // keywords as words
     SprondleView = 4, // every user field on its free layout
-};
-
-// GoToCard's actions.
-enum CardMove : int {
-    FirstCard = 1,
-    PreviousCard = 2,
-    NextCard = 3,
-    LastCard = 4,
 };
 
 class CardDocument : public QObject
@@ -191,16 +188,14 @@ private:
 
     void notify();
     Dao::DBEngine& engine() const;
-    CardControl makeControl(
-        int column, const std::shared_ptr<Dao::Field>& field, int& keywordIndex) const;
-    void blankControls();
+    // Begins the card's edit, changes the control and marks it touched; false (nothing
+    // changed) when the card may not change.
+    template <typename Change> bool changeControl(int index, Change change);
     // Saves what leaving the card asks for; false when the save failed.
     bool leaveCard(int action);
     void startNewCard();
     void showAfterOpen();
     void reportSaveError(int number, const QString& description);
-    void message(const QString& text, int icon) const;
-    bool reopen(bool exclusive);
 
     Frame::DocumentHost* m_host;
     Dao::DBEngine* m_engine;

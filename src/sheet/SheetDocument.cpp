@@ -17,6 +17,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QFont>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -229,6 +230,18 @@ bool SheetDocument::CopyCell(CellAddress source, CellAddress first, CellAddress 
     return command([&](Sheet& sheet) { Tillane::CopyCell(sheet, source, first, last); }).isEmpty();
 }
 
+bool SheetDocument::FillCells(CellAddress source, CellAddress target)
+{
+    if (target == source)
+        return false;
+    const int rowStep = target.Row > source.Row ? 1 : (target.Row < source.Row ? -1 : 0);
+    const int columnStep
+        = target.Column > source.Column ? 1 : (target.Column < source.Column ? -1 : 0);
+    const CellAddress neighbour { source.Row + rowStep, source.Column + columnStep };
+    const bool forwards = rowStep > 0 || columnStep > 0;
+    return CopyCell(source, forwards ? neighbour : target, forwards ? target : neighbour);
+}
+
 void SheetDocument::SetTextStyle(const CellBlock& block, const TextStyle& style)
 {
     command([&](Sheet& sheet) {
@@ -248,6 +261,19 @@ void SheetDocument::SetTextStyle(const CellBlock& block, const TextStyle& style)
             sheet.notifyCellChanged(row, column);
         });
     });
+}
+
+void SheetDocument::ChooseTextStyle(const CellBlock& block)
+{
+    TextStyle style = CellTextStyle(block.Current);
+    const std::optional<QFont> font = Frame::CurrentPrompts().font(QtFontOf(style.Font));
+    if (!font)
+        return;
+    style.Font = SheetFontOf(*font);
+    // The text colour is asked next; cancelling it keeps the colour the text had.
+    if (const std::optional<qint32> colour = Frame::CurrentPrompts().colour(style.Colour))
+        style.Colour = *colour;
+    SetTextStyle(block, style);
 }
 
 void SheetDocument::SetCellStyle(const CellBlock& block, qint32 colour, bool locked)

@@ -83,9 +83,16 @@ public:
     // The source copied into first..last with its references moved (the copy-cell dialog and
     // the fill handle). False when the copy stopped with a message.
     bool CopyCell(CellAddress source, CellAddress first, CellAddress last);
+    // The fill handle dragged from the source to `target`: the source is copied into the cells
+    // from its neighbour towards `target` up to `target`, in either direction. False when the
+    // copy stopped with a message, or (doing nothing) when `target` is the source.
+    bool FillCells(CellAddress source, CellAddress target);
     // On the whole sheet the font becomes the sheet's, and the colour every cell's, so that
     // it is saved with the cells; otherwise both go to each cell of the block.
     void SetTextStyle(const CellBlock& block, const TextStyle& style);
+    // Format > Text Style: the font dialog from the block's current cell, then the colour
+    // dialog; cancelling the font changes nothing, cancelling the colour keeps the text's.
+    void ChooseTextStyle(const CellBlock& block);
     // The background and the lock. On the whole sheet the colour becomes the grid's and every
     // cell follows it; otherwise a colour equal to the grid's is stored as 0 (follow the grid),
     // black as 1 and any other colour as it is.

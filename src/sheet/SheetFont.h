@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QFont;
+
 namespace Tillane {
 
 // The sheet's font: what every cell shows unless it has its own attribute.
@@ -16,5 +18,10 @@ struct SheetFont
 
     friend bool operator==(const SheetFont&, const SheetFont&) = default;
 };
+
+// The font as the screen and the font dialog know it, and back; a size of 0 or less is the
+// default 10 points either way.
+QFont QtFontOf(const SheetFont& font);
+SheetFont SheetFontOf(const QFont& font);
 
 } // namespace Tillane

@@ -1,32 +1,27 @@
 #include "cards/ui/frmBramlet.h"
 
+#include "cards/CardCommandState.h"
 #include "cards/CardDocument.h"
 #include "cards/ui/CardArea.h"
-#include "cards/ui/DatePicker.h"
+#include "cards/ui/CardControlBinder.h"
 #include "cards/ui/KeyFilter.h"
 #include "cards/ui/frmBramletPrint.h"
 #include "frame/DocumentHost.h"
-#include "frame/ui/ImageList.h"
 #include "frame/ui/ResourceIcons.h"
 #include "resources/StringTable.h"
 
-#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
-#include <QDesktopServices>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMdiSubWindow>
-#include <QMenuBar>
-#include <QMouseEvent>
+#include <QMenu>
 #include <QSettings>
 #include <QTextEdit>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,43 +33,12 @@ constexpr int nameCaption = 820;
 constexpr int recordCaption = 821;
 constexpr int keyPicturesCaption = 822;
 constexpr int keywordsCaption = 823;
-constexpr int removePictureCaption = 836;
-const QString toolbarSetting = u"dbToolbar"_s;
 // The window icons of the three views.
 constexpr int viewIcons[] = { 111, 110, 112 };
-// The toolbar buttons that have a command of their own here, with their images in the frame's
-// shared list.
-constexpr std::pair<int, int> toolbarImages[] = { { CardToolbar::Open, 1 },
-    { CardToolbar::Print, 3 }, { CardToolbar::FirstRecord, 9 }, { CardToolbar::PreviousRecord, 10 },
-    { CardToolbar::NextRecord, 11 }, { CardToolbar::LastRecord, 12 }, { CardToolbar::FindCard, 22 },
-    { CardToolbar::CreateQuery, 23 }, { CardToolbar::CountWindow, 13 },
-    { CardToolbar::QueriesWindow, 24 }, { CardToolbar::PictureLibrary, 20 },
-    { CardToolbar::MakeGraph, 4 }, { CardToolbar::Refresh, 21 } };
-// The commands whose windows and dialogs belong to other parts of the card tool and are not
-// made yet: their items stay disabled.
-constexpr int laterCommands[] = { CardMenu::LoadPicture, CardMenu::ExportPicture,
-    CardMenu::ExportData, CardMenu::CreateReport, CardMenu::ExportCsv, CardMenu::FindCard,
-    CardMenu::CreateQuery, CardMenu::ShowQueries, CardMenu::EditFields, CardMenu::Table,
-    CardMenu::PictureLibrary, CardMenu::CountWindow, CardMenu::CountOptions, CardMenu::MakeGraph,
-    CardMenu::SortRecords, CardToolbar::Key + CardToolbar::FindCard,
-    CardToolbar::Key + CardToolbar::CreateQuery, CardToolbar::Key + CardToolbar::CountWindow,
-    CardToolbar::Key + CardToolbar::QueriesWindow, CardToolbar::Key + CardToolbar::PictureLibrary,
-    CardToolbar::Key + CardToolbar::MakeGraph };
 
 QString ElementName(const QString& array, int index)
 {
     return array + u'(' + QString::number(index) + u')';
-}
-
-QPixmap PictureOf(const QByteArray& bytes, const QSize& box)
-{
-    QPixmap picture;
-    if (bytes.isEmpty() || !picture.loadFromData(bytes))
-        return {};
-    // Fitted, never enlarged.
-    if (picture.width() > box.width() || picture.height() > box.height())
-        picture = picture.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    return picture;
 }
 
 } // namespace
@@ -88,10 +52,19 @@ frmBramlet::frmBramlet(
 {
     setObjectName(u"frmBramlet"_s);
     buildCard();
-    buildMenus();
-    buildToolbar();
+    m_controls = std::make_unique<CardControlBinder>(*this, *m_document);
+    m_actions = std::make_unique<CardWindowActions>(*this, host);
+    mnuFile = m_actions->mnuFile;
+    mnuEdit = m_actions->mnuEdit;
+    mnuView = m_actions->mnuView;
+    mnuRecord = m_actions->mnuRecord;
+    mnuData = m_actions->mnuData;
+    mnuHelp = m_actions->mnuHelp;
+    dbToolbar = m_actions->dbToolbar;
+    connectActions();
     connect(m_document, &CardDocument::changed, this, &frmBramlet::Refresh);
-    const QVariant layout = QSettings().value(toolbarSetting);
+    // The toolbar's layout is kept under its name.
+    const QVariant layout = QSettings().value(dbToolbar->objectName());
     if (layout.isValid())
         restoreState(layout.toByteArray());
     Refresh();
@@ -196,158 +169,47 @@ void frmBramlet::buildCard()
     });
 }
 
-QAction* frmBramlet::addMenuItem(QMenu* menu, int id)
-{
-    QAction* action = menu->addAction(GetResString(id));
-    action->setObjectName(u"mnu"_s + QString::number(id));
-    m_actions.append({ id, action });
-    return action;
-}
-
-QAction* frmBramlet::Action(int id) const
-{
-    for (const auto& [key, action] : m_actions) {
-        if (key == id)
-            return action;
-    }
-    return nullptr;
-}
-
-void frmBramlet::buildMenus()
+void frmBramlet::connectActions()
 {
     using namespace CardMenu;
-    const auto onTriggered = [this](QAction* action, auto handler) {
-        connect(action, &QAction::triggered, this, handler);
-        return action;
-    };
-
-    mnuFile = menuBar()->addMenu(GetResString(File));
-    onTriggered(addMenuItem(mnuFile, New), [this] {
+    const auto on
+        = [this](int id, auto handler) { connect(Action(id), &QAction::triggered, this, handler); };
+    on(New, [this] {
         if (m_host != nullptr)
             m_host->NewFile();
     });
-    onTriggered(addMenuItem(mnuFile, Open), [this] {
+    on(Open, [this] {
         if (m_host != nullptr)
             m_host->OpenFile(3);
     });
-    onTriggered(addMenuItem(mnuFile, Close), [this] {
+    on(Close, [this] {
         if (parentWidget() != nullptr)
             parentWidget()->close();
         else
             close();
     });
-    mnuFile->addSeparator();
-    addMenuItem(mnuFile, LoadPicture);
-    addMenuItem(mnuFile, ExportPicture);
-    QMenu* exportData = mnuFile->addMenu(GetResString(ExportData));
-    m_actions.append({ ExportData, exportData->menuAction() });
-    addMenuItem(exportData, CreateReport);
-    addMenuItem(exportData, ExportCsv);
-    mnuFile->addSeparator();
-    onTriggered(addMenuItem(mnuFile, Print), &frmBramlet::PrintCards)
-        ->setShortcut(QKeySequence::Print);
-    mnuFile->addSeparator();
-    onTriggered(addMenuItem(mnuFile, Exit), [this] {
+    on(Print, &frmBramlet::PrintCards);
+    on(Exit, [this] {
         if (m_host != nullptr)
             m_host->Exit();
         else
             close();
     });
-
-    mnuEdit = menuBar()->addMenu(GetResString(Edit));
     for (const int id : { Cut, Copy, Paste })
-        onTriggered(addMenuItem(mnuEdit, id), [this, id] { clipboard(id); });
-    mnuEdit->addSeparator();
-    addMenuItem(mnuEdit, FindCard);
-    addMenuItem(mnuEdit, CreateQuery);
-    addMenuItem(mnuEdit, ShowQueries);
-    mnuEdit->addSeparator();
-    addMenuItem(mnuEdit, EditFields);
-
-    mnuView = menuBar()->addMenu(GetResString(View));
-    for (int view = VelkinView; view <= SprondleView; ++view) {
-        QAction* item = addMenuItem(mnuView, Velkin + view - VelkinView);
-        item->setCheckable(true);
-        onTriggered(item, [this, view] { SetView(view); });
-    }
-    mnuView->addSeparator();
-    addMenuItem(mnuView, Table);
-    addMenuItem(mnuView, PictureLibrary);
-
-    mnuRecord = menuBar()->addMenu(GetResString(Record));
-    const QKeySequence moveKeys[]
-        = { QKeySequence(Qt::CTRL | Qt::Key_PageUp), QKeySequence(Qt::Key_PageUp),
-              QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::CTRL | Qt::Key_PageDown) };
-    for (int action = FirstCard; action <= LastCard; ++action) {
-        onTriggered(addMenuItem(mnuRecord, FirstRecord + action - FirstCard), [this, action] {
-            goToCard(action);
-        })->setShortcut(moveKeys[action - FirstCard]);
-    }
-    mnuRecord->addSeparator();
-    onTriggered(addMenuItem(mnuRecord, AddRecord), [this] { m_document->AddCard(); });
-    onTriggered(addMenuItem(mnuRecord, DeleteRecord), [this] { m_document->DeleteCard(); });
-    mnuRecord->addSeparator();
-    QMenu* remove = mnuRecord->addMenu(GetResString(Remove));
-    m_actions.append({ Remove, remove->menuAction() });
-    remove->addAction(GetResString(removePictureCaption))->setEnabled(false);
-
-    mnuData = menuBar()->addMenu(GetResString(Data));
-    addMenuItem(mnuData, CountWindow);
-    addMenuItem(mnuData, CountOptions);
-    mnuData->addSeparator();
-    addMenuItem(mnuData, MakeGraph);
-    mnuData->addSeparator();
-    addMenuItem(mnuData, SortRecords);
-
-    mnuHelp = menuBar()->addMenu(GetResString(Help));
-    onTriggered(addMenuItem(mnuHelp, About), [this] {
+        on(id, [this, id] { clipboard(id); });
+    for (int view = VelkinView; view <= SprondleView; ++view)
+        on(Velkin + view - VelkinView, [this, view] { SetView(view); });
+    for (int action = FirstCard; action <= LastCard; ++action)
+        on(FirstRecord + action - FirstCard, [this, action] { m_document->GoToCard(action); });
+    on(AddRecord, [this] { m_document->AddCard(); });
+    on(DeleteRecord, [this] { m_document->DeleteCard(); });
+    on(About, [this] {
         if (m_host != nullptr)
             m_host->ShowAbout();
     });
-
-    // Ctrl+Shift+I: cards from a delimited file. F5: the toolbar's Refresh Database.
-    auto* import = new QAction(this);
-    import->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
-    import->setObjectName(u"actImportCards"_s);
-    connect(import, &QAction::triggered, this, [this] { m_document->ImportWithDialog(); });
-    addAction(import);
-}
-
-void frmBramlet::buildToolbar()
-{
-    dbToolbar = addToolBar(QString());
-    dbToolbar->setObjectName(toolbarSetting);
-    dbToolbar->setIconSize(QSize(24, 24));
-    for (const auto& [id, image] : toolbarImages) {
-        if (id == CardToolbar::FirstRecord || id == CardToolbar::FindCard
-            || id == CardToolbar::CountWindow || id == CardToolbar::MakeGraph)
-            dbToolbar->addSeparator();
-        const QIcon icon = m_host != nullptr
-            ? m_host->ToolbarImages().ListImages(image)
-            : Frame::ResourceIcon(Frame::ToolbarIconNumbers().value(image - 1));
-        QAction* button = dbToolbar->addAction(icon, GetResString(id));
-        button->setObjectName(u"tbr"_s + QString::number(id));
-        m_actions.append({ CardToolbar::Key + id, button });
-    }
-    const auto mirror = [this](int button, int menuId) {
-        connect(Action(CardToolbar::Key + button), &QAction::triggered, Action(menuId),
-            &QAction::trigger);
-    };
-    mirror(CardToolbar::Open, CardMenu::Open);
-    mirror(CardToolbar::Print, CardMenu::Print);
-    for (int action = 0; action < 4; ++action)
-        mirror(CardToolbar::FirstRecord + action, CardMenu::FirstRecord + action);
-    for (const int toggle :
-        { CardToolbar::CountWindow, CardToolbar::QueriesWindow, CardToolbar::PictureLibrary })
-        Action(CardToolbar::Key + toggle)->setCheckable(true);
-    QAction* refresh = Action(CardToolbar::Key + CardToolbar::Refresh);
-    refresh->setShortcut(QKeySequence(Qt::Key_F5));
-    connect(refresh, &QAction::triggered, this, [this] { m_document->RefreshDatabase(); });
-}
-
-void frmBramlet::goToCard(int action)
-{
-    m_document->GoToCard(action);
+    connect(m_actions->ImportAction(), &QAction::triggered, this,
+        [this] { m_document->ImportWithDialog(); });
+    on(CardToolbar::Key + CardToolbar::Refresh, [this] { m_document->RefreshDatabase(); });
 }
 
 void frmBramlet::clipboard(int id)
@@ -403,82 +265,12 @@ QString frmBramlet::fileName() const
 
 QWidget* frmBramlet::ControlWidget(int control) const
 {
-    return control >= 0 && static_cast<size_t>(control) < m_widgets.Controls.size()
-        ? m_widgets.Controls[static_cast<size_t>(control)]
-        : nullptr;
+    return m_controls->ControlWidget(control);
 }
 
 QLabel* frmBramlet::LabelWidget(int control) const
 {
-    return control >= 0 && static_cast<size_t>(control) < m_widgets.Labels.size()
-        ? m_widgets.Labels[static_cast<size_t>(control)]
-        : nullptr;
-}
-
-void frmBramlet::connectControl(int index, QWidget* widget)
-{
-    const CardControl& control = m_document->Controls()[static_cast<size_t>(index)];
-    switch (control.Kind) {
-    case ControlKind::TextField:
-        connect(qobject_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this,
-            [this, index](const QString& text) { m_document->SetControlText(index, text); });
-        break;
-    case ControlKind::DatePicker:
-        connect(qobject_cast<DatePicker*>(widget), &DatePicker::valueEdited, this,
-            [this, index](
-                bool null, double serial) { m_document->SetControlDate(index, null, serial); });
-        break;
-    case ControlKind::CheckBox:
-        connect(qobject_cast<QCheckBox*>(widget), &QCheckBox::clicked, this,
-            [this, index](bool checked) { m_document->SetControlChecked(index, checked); });
-        break;
-    case ControlKind::DropDown: {
-        auto* list = qobject_cast<QComboBox*>(widget);
-        connect(list, &QComboBox::activated, this, [this, index, list](int item) {
-            m_document->SetControlText(index, list->itemText(item));
-        });
-        break;
-    }
-    case ControlKind::WebAddress:
-    case ControlKind::Resource:
-        connect(
-            qobject_cast<QAbstractButton*>(widget), &QAbstractButton::clicked, this, [this, index] {
-                const CardControl& shown = m_document->Controls()[static_cast<size_t>(index)];
-                if (!shown.Text.isEmpty())
-                    QDesktopServices::openUrl(shown.Kind == ControlKind::WebAddress
-                            ? QUrl::fromUserInput(shown.Text)
-                            : QUrl::fromLocalFile(shown.Text));
-            });
-        break;
-    default:
-        break;
-    }
-    // While the fields are edited a press on a field control chooses and drags it.
-    widget->installEventFilter(this);
-    for (QWidget* child : widget->findChildren<QWidget*>())
-        child->installEventFilter(this);
-}
-
-void frmBramlet::rebuildLayout()
-{
-    for (QWidget* widget : std::as_const(m_widgets.Made)) {
-        // Gone for good now (a name search must not find it), deleted once the event that
-        // led here is over.
-        widget->hide();
-        widget->setObjectName(QString());
-        widget->deleteLater();
-    }
-    FixedCardWidgets fixed { txtName, txtFreeText, picPicture, {} };
-    for (QLineEdit* keyword : std::as_const(txtKeyWord))
-        fixed.txtKeyWord.append(keyword);
-    m_widgets = BuildCardLayout(picCard, m_document->Controls(), fixed);
-    for (QWidget* widget : std::as_const(m_widgets.Made)) {
-        const auto found = std::find(m_widgets.Controls.begin(), m_widgets.Controls.end(), widget);
-        if (found != m_widgets.Controls.end())
-            connectControl(static_cast<int>(found - m_widgets.Controls.begin()), widget);
-    }
-    m_layoutVersion = m_document->LayoutVersion();
-    m_shownView = 0;
+    return m_controls->LabelWidget(control);
 }
 
 void frmBramlet::applyView()
@@ -495,14 +287,7 @@ void frmBramlet::applyView()
         txtKeyWord[slot]->setVisible(bramlet);
     }
     lblKeyWords->setVisible(bramlet);
-    const auto& controls = m_document->Controls();
-    for (size_t index = 0; index < controls.size(); ++index) {
-        if (!m_widgets.Made.contains(m_widgets.Controls[index]))
-            continue;
-        m_widgets.Controls[index]->setVisible(sprondle && controls[index].Visible);
-        if (m_widgets.Labels[index] != nullptr)
-            m_widgets.Labels[index]->setVisible(sprondle);
-    }
+    m_controls->ShowView(view);
     // Views 2 and 3 keep their size: any resize springs back. View 4 starts at the file's
     // size and may be sized freely.
     const QSize inner(
@@ -520,96 +305,7 @@ void frmBramlet::applyView()
         picCard->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     }
     setWindowIcon(Frame::ResourceIcon(viewIcons[view - VelkinView]));
-    for (int item = VelkinView; item <= SprondleView; ++item)
-        Action(CardMenu::Velkin + item - VelkinView)->setChecked(item == view);
-}
-
-void frmBramlet::showValues()
-{
-    const bool readOnly = m_document->ReadOnly() || !m_document->IsOpen();
-    const auto& controls = m_document->Controls();
-    for (size_t index = 0; index < controls.size(); ++index) {
-        const CardControl& control = controls[index];
-        QWidget* widget = m_widgets.Controls[index];
-        if (widget == nullptr)
-            continue;
-        switch (control.Kind) {
-        case ControlKind::Name:
-        case ControlKind::TextField:
-        case ControlKind::Keyword: {
-            auto* box = qobject_cast<QLineEdit*>(widget);
-            if (box->text() != control.Text)
-                box->setText(control.Text);
-            if (control.Kind != ControlKind::Keyword) {
-                box->setReadOnly(readOnly);
-            } else if (control.ArrayIndex >= 0 && control.ArrayIndex < 6) {
-                // The same keyword under its key picture in the Velkin view.
-                lblKeyPicture[control.ArrayIndex]->setText(control.Text);
-                QLabel* picture = picKeyPicture[control.ArrayIndex];
-                picture->setPixmap(PictureOf(control.KeyPicture, picture->size()));
-            }
-            break;
-        }
-        case ControlKind::FreeText:
-            if (txtFreeText->toPlainText() != control.Text)
-                txtFreeText->setPlainText(control.Text);
-            txtFreeText->setReadOnly(readOnly);
-            break;
-        case ControlKind::CheckBox:
-            qobject_cast<QCheckBox*>(widget)->setChecked(control.Checked);
-            widget->setEnabled(!readOnly);
-            break;
-        case ControlKind::DropDown: {
-            auto* list = qobject_cast<QComboBox*>(widget);
-            list->setCurrentIndex(control.Text.isEmpty() ? -1 : list->findText(control.Text));
-            widget->setEnabled(!readOnly);
-            break;
-        }
-        case ControlKind::DatePicker: {
-            auto* picker = qobject_cast<DatePicker*>(widget);
-            picker->setValue(control.Null, control.Date);
-            picker->setReadOnly(readOnly);
-            break;
-        }
-        case ControlKind::WebAddress:
-        case ControlKind::Resource:
-            widget->setToolTip(control.Text);
-            break;
-        case ControlKind::Picture:
-            break;
-        }
-    }
-    picPicture->setPixmap(PictureOf(m_document->PictureBytes(), picPicture->size()));
-    if (!txtRecordNo->hasFocus() || !txtRecordNo->isModified())
-        txtRecordNo->setText(m_document->RecordNumberText());
-    lblNoOfRecords->setText(m_document->RecordCountText());
-}
-
-void frmBramlet::enableCommands()
-{
-    const bool open = m_document->IsOpen();
-    const bool writable = open && !m_document->ReadOnly();
-    const bool designing = m_document->FieldEditing();
-    for (QMenu* menu : { mnuFile, mnuRecord, mnuEdit, mnuView, mnuData })
-        menu->menuAction()->setEnabled(!designing);
-    dbToolbar->setEnabled(!designing);
-    const bool back = open && m_document->CanMoveBack();
-    for (const int id : { CardMenu::FirstRecord, CardMenu::PreviousRecord,
-             CardToolbar::Key + CardToolbar::FirstRecord,
-             CardToolbar::Key + CardToolbar::PreviousRecord })
-        Action(id)->setEnabled(back);
-    for (const int id :
-        { CardMenu::NextRecord, CardMenu::LastRecord, CardToolbar::Key + CardToolbar::NextRecord,
-            CardToolbar::Key + CardToolbar::LastRecord, CardMenu::Print,
-            CardToolbar::Key + CardToolbar::Print, CardToolbar::Key + CardToolbar::Refresh })
-        Action(id)->setEnabled(open);
-    Action(CardMenu::AddRecord)->setEnabled(writable);
-    Action(CardMenu::DeleteRecord)->setEnabled(writable && m_document->CurrentPosition() >= 0);
-    for (const int id : laterCommands)
-        Action(id)->setEnabled(false);
-    Action(CardMenu::Remove)->setEnabled(writable);
-    for (QAction* action : actions())
-        action->setEnabled(writable && !designing);
+    m_actions->ShowView(view);
 }
 
 void frmBramlet::Refresh()
@@ -617,12 +313,15 @@ void frmBramlet::Refresh()
     if (m_refreshing)
         return;
     m_refreshing = true;
-    if (m_layoutVersion != m_document->LayoutVersion())
-        rebuildLayout();
+    if (m_controls->Rebuild())
+        m_shownView = 0;
     if (m_document->IsOpen() && m_shownView != m_document->View())
         applyView();
-    showValues();
-    enableCommands();
+    m_controls->ShowValues(m_document->ReadOnly() || !m_document->IsOpen());
+    if (!txtRecordNo->hasFocus() || !txtRecordNo->isModified())
+        txtRecordNo->setText(m_document->RecordNumberText());
+    lblNoOfRecords->setText(m_document->RecordCountText());
+    m_actions->Enable(CommandStateOf(*m_document));
     // A new card starts with its name: the keys go to the name box once it is on show, if
     // this window has them.
     const bool newCard = m_document->IsOpen() && m_document->CurrentPosition() < 0
@@ -672,7 +371,7 @@ bool frmBramlet::queryClose()
             m_document->StoreFormSize(
                 picCard->twips(picCard->width()), picCard->twips(picCard->height()));
     }
-    QSettings().setValue(toolbarSetting, saveState());
+    QSettings().setValue(dbToolbar->objectName(), saveState());
     return true;
 }
 
@@ -684,39 +383,6 @@ void frmBramlet::closeEvent(QCloseEvent* event)
         return;
     }
     QMainWindow::closeEvent(event);
-}
-
-bool frmBramlet::eventFilter(QObject* watched, QEvent* event)
-{
-    if (!m_document->FieldEditing())
-        return QMainWindow::eventFilter(watched, event);
-    const auto type = event->type();
-    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove
-        && type != QEvent::MouseButtonRelease && type != QEvent::MouseButtonDblClick)
-        return QMainWindow::eventFilter(watched, event);
-    auto* widget = qobject_cast<QWidget*>(watched);
-    const auto* mouse = static_cast<QMouseEvent*>(event);
-    const QPoint onCard
-        = widget != nullptr ? widget->mapTo(picCard, mouse->position().toPoint()) : QPoint();
-    if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
-        // The field control the press landed on (or inside).
-        for (size_t index = 0; index < m_widgets.Controls.size(); ++index) {
-            QWidget* control = m_widgets.Controls[index];
-            if (control != nullptr && m_widgets.Made.contains(control)
-                && (control == widget || control->isAncestorOf(widget))) {
-                m_document->SelectControl(static_cast<int>(index));
-                m_dragged = static_cast<int>(index);
-                m_dragStart = onCard;
-                break;
-            }
-        }
-    } else if (type == QEvent::MouseButtonRelease && m_dragged >= 0) {
-        const int dragged = std::exchange(m_dragged, -1);
-        if ((onCard - m_dragStart).manhattanLength() >= QApplication::startDragDistance())
-            m_document->MoveField(dragged, picCard->twips(onCard.x()), picCard->twips(onCard.y()));
-    }
-    // Nothing of a control is edited while the card is being designed.
-    return true;
 }
 
 } // namespace Bramlet

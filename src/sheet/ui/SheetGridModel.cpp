@@ -50,14 +50,7 @@ QModelIndex SheetGridModel::IndexOf(CellAddress cell) const
 
 QFont SheetGridModel::CellFont(CellAddress cell) const
 {
-    const SheetFont font = m_document.CellTextStyle(cell).Font;
-    QFont shown(font.Name);
-    shown.setPointSizeF(font.Size > 0 ? font.Size : 10.0);
-    shown.setBold(font.Bold);
-    shown.setItalic(font.Italic);
-    shown.setUnderline(font.Underline);
-    shown.setStrikeOut(font.Strikethrough);
-    return shown;
+    return QtFontOf(m_document.CellTextStyle(cell).Font);
 }
 
 QVariant SheetGridModel::data(const QModelIndex& index, int role) const

@@ -2,29 +2,23 @@
 
 #include "frame/Colours.h"
 #include "frame/DocumentHost.h"
-#include "frame/Prompts.h"
-#include "frame/ui/ImageList.h"
-#include "frame/ui/ResourceIcons.h"
-#include "resources/StringTable.h"
 #include "sheet/CellReferences.h"
 #include "sheet/Sheet.h"
 #include "sheet/ui/FillHandle.h"
+#include "sheet/ui/SheetEditBox.h"
 #include "sheet/ui/SheetGrid.h"
 #include "sheet/ui/SheetGridModel.h"
+#include "sheet/ui/SheetStatusArea.h"
+#include "sheet/ui/SheetToolDialogs.h"
 #include "sheet/ui/frmCellStyle.h"
 #include "sheet/ui/frmCopyCell.h"
 #include "sheet/ui/frmFormula.h"
 #include "sheet/ui/frmNumberFormat.h"
 
-#include <QApplication>
+#include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QProgressBar>
 #include <QSettings>
-#include <QStatusBar>
 #include <QToolBar>
 
 using namespace Qt::Literals::StringLiterals;
@@ -33,48 +27,8 @@ namespace Tillane {
 
 namespace {
 
-const QString toolbarSetting = u"tlToolbar"_s;
 // The Tillane pair of the frame's open filter.
 constexpr int sheetFilterIndex = 4;
-
-// The toolbar's pictures: indexes into the frame's shared image list.
-constexpr int openImage = 1;
-constexpr int saveImage = 2;
-constexpr int printImage = 3;
-constexpr int makeGraphImage = 4;
-constexpr int textStyleImage = 16;
-constexpr int cellStyleImage = 17;
-constexpr int numberFormatImage = 18;
-constexpr int createFormulaImage = 19;
-// Not among the frame's shared images: the resource itself.
-constexpr int copyCellResource = 143;
-// Pixels between a tool dialog and the edges of the grid it stands over.
-constexpr int margin = 24;
-// Milliseconds between two drawings of the status during a load or save.
-constexpr int progressInterval = 100;
-
-QFont QtFont(const SheetFont& font)
-{
-    QFont shown(font.Name);
-    shown.setPointSizeF(font.Size > 0 ? font.Size : 10.0);
-    shown.setBold(font.Bold);
-    shown.setItalic(font.Italic);
-    shown.setUnderline(font.Underline);
-    shown.setStrikeOut(font.Strikethrough);
-    return shown;
-}
-
-SheetFont SheetFontOf(const QFont& font)
-{
-    SheetFont chosen;
-    chosen.Name = font.family();
-    chosen.Size = font.pointSizeF() > 0 ? font.pointSizeF() : 10.0;
-    chosen.Bold = font.bold();
-    chosen.Italic = font.italic();
-    chosen.Underline = font.underline();
-    chosen.Strikethrough = font.strikeOut();
-    return chosen;
-}
 
 } // namespace
 
@@ -88,18 +42,23 @@ frmTillane::frmTillane(Frame::DocumentHost* host, QWidget* parent)
     DataGrid = new SheetGrid(GridModel);
     setCentralWidget(DataGrid);
     imgFill = DataGrid->FillHandleWidget();
+    m_editBox = std::make_unique<SheetEditBox>(*m_document, *DataGrid, *GridModel);
+    txtEdit = m_editBox->Box();
+    connect(m_editBox.get(), &SheetEditBox::formulaBuilderWanted, this,
+        &frmTillane::ShowFormulaBuilder);
 
-    txtEdit = new QLineEdit(DataGrid->viewport());
-    txtEdit->setObjectName(u"txtEdit"_s);
-    txtEdit->setAccessibleName(u"Cell entry"_s);
-    txtEdit->setFrame(false);
-    txtEdit->hide();
-    txtEdit->installEventFilter(this);
-    connect(txtEdit, &QLineEdit::textChanged, this, &frmTillane::editTextChanged);
-
-    buildMenus();
-    buildToolbar();
-    buildStatus();
+    m_actions = std::make_unique<SheetWindowActions>(*this, host);
+    mnuFile = m_actions->mnuFile;
+    mnuEdit = m_actions->mnuEdit;
+    mnuFormat = m_actions->mnuFormat;
+    mnuData = m_actions->mnuData;
+    mnuHelp = m_actions->mnuHelp;
+    tlToolbar = m_actions->tlToolbar;
+    m_tools = std::make_unique<SheetToolDialogs>(*this, *DataGrid, *m_actions);
+    connectActions();
+    m_status = std::make_unique<SheetStatusArea>(statusBar());
+    lblStatus = m_status->lblStatus;
+    ProgressBar = m_status->ProgressBar;
 
     connect(DataGrid, &SheetGrid::cellPressed, this, &frmTillane::cellPressed);
     connect(DataGrid, &SheetGrid::cellDoubleClicked, this,
@@ -114,11 +73,14 @@ frmTillane::frmTillane(Frame::DocumentHost* host, QWidget* parent)
         [this](int row, qint32 twips) { m_document->SetRowHeight(row, twips); });
     // A click on a heading or the corner leaves the cell being typed into: its text is entered
     // first, unless the formula in it still waits for a cell to be pointed at.
-    DataGrid->SetLeaveCheck([this] { return !m_editing || (!m_pointMode && CommitEdits()); });
+    DataGrid->SetLeaveCheck(
+        [this] { return !m_editBox->IsOpen() || (!m_editBox->PointMode() && CommitEdits()); });
 
     connect(m_document, &SheetDocument::changed, this, &frmTillane::Refresh);
-    connect(m_document, &SheetDocument::progress, this, &frmTillane::showProgress);
-    const QVariant layout = QSettings().value(toolbarSetting);
+    connect(m_document, &SheetDocument::progress, this,
+        [this](const QString& status, int percent) { m_status->ShowProgress(status, percent); });
+    // The toolbar's layout is kept under its name.
+    const QVariant layout = QSettings().value(tlToolbar->objectName());
     if (layout.isValid())
         restoreState(layout.toByteArray());
     currentCellChanged(DataGrid->CurrentCell());
@@ -133,175 +95,59 @@ frmTillane::~frmTillane()
         QObject::disconnect(child, nullptr, this, nullptr);
 }
 
-QAction* frmTillane::addMenuItem(QMenu* menu, int id)
-{
-    QAction* action = menu->addAction(GetResString(id));
-    action->setObjectName(u"mnu"_s + QString::number(id));
-    m_actions.append({ id, action });
-    return action;
-}
-
-QAction* frmTillane::Action(int id) const
-{
-    for (const auto& [key, action] : m_actions) {
-        if (key == id)
-            return action;
-    }
-    return nullptr;
-}
-
 template <typename Command> void frmTillane::forward(Command command)
 {
     if (CommitEdits())
         command(*m_document);
 }
 
-void frmTillane::buildMenus()
+void frmTillane::connectActions()
 {
     using namespace SheetMenu;
-    const auto onTriggered = [this](QAction* action, auto handler) {
-        connect(action, &QAction::triggered, this, handler);
-        return action;
-    };
-
-    mnuFile = menuBar()->addMenu(GetResString(File));
-    onTriggered(addMenuItem(mnuFile, New), [this] {
+    const auto on
+        = [this](int id, auto handler) { connect(Action(id), &QAction::triggered, this, handler); };
+    on(New, [this] {
         if (m_host != nullptr)
             m_host->NewFile();
     });
-    onTriggered(addMenuItem(mnuFile, Open), [this] {
+    on(Open, [this] {
         if (m_host != nullptr && CommitEdits())
             m_host->OpenFile(sheetFilterIndex);
     });
-    onTriggered(addMenuItem(mnuFile, Close), [this] {
+    on(Close, [this] {
         // Inside the main window the frame around this window asks and closes.
         if (parentWidget() != nullptr)
             parentWidget()->close();
         else
             close();
     });
-    mnuFile->addSeparator();
-    onTriggered(addMenuItem(mnuFile, Save), [this] {
-        forward([](SheetDocument& document) { document.Save(); });
-    })->setShortcut(QKeySequence::Save);
-    onTriggered(addMenuItem(mnuFile, SaveAs),
-        [this] { forward([](SheetDocument& document) { document.SaveAs(); }); });
-    // Export, printing, graphs and import come with the sheet's graphs and printing.
-    addMenuItem(mnuFile, ExportData)->setEnabled(false);
-    mnuFile->addSeparator();
-    addMenuItem(mnuFile, Print)->setEnabled(false);
-    mnuFile->addSeparator();
-    onTriggered(addMenuItem(mnuFile, Exit), [this] {
+    on(Save, [this] { forward([](SheetDocument& document) { document.Save(); }); });
+    on(SaveAs, [this] { forward([](SheetDocument& document) { document.SaveAs(); }); });
+    on(Exit, [this] {
         if (m_host != nullptr)
             m_host->Exit();
         else
             close();
     });
-
-    mnuEdit = menuBar()->addMenu(GetResString(Edit));
-    onTriggered(addMenuItem(mnuEdit, Undo), [this] {
+    on(Undo, [this] {
         // While a cell is being typed into, what is undone is the typing.
-        if (m_editing)
-            closeEditBox();
+        if (m_editBox->IsOpen())
+            m_editBox->Close();
         else
             m_document->Undo();
-    })->setShortcut(QKeySequence::Undo);
-    QAction* redo = onTriggered(addMenuItem(mnuEdit, Redo),
-        [this] { forward([](SheetDocument& document) { document.Redo(); }); });
-    redo->setShortcuts({ QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence::Redo });
-
-    mnuFormat = menuBar()->addMenu(GetResString(Format));
-    onTriggered(addMenuItem(mnuFormat, SheetMenu::TextStyle), &frmTillane::ChooseTextStyle);
-    onTriggered(addMenuItem(mnuFormat, CellStyle), &frmTillane::ShowCellStyle);
-    onTriggered(addMenuItem(mnuFormat, NumberFormat), &frmTillane::ShowNumberFormat);
-
-    mnuData = menuBar()->addMenu(GetResString(Data));
-    onTriggered(addMenuItem(mnuData, CreateFormula), &frmTillane::ShowFormulaBuilder);
-    onTriggered(addMenuItem(mnuData, SheetMenu::CopyCell), &frmTillane::ShowCopyCell);
-    addMenuItem(mnuData, MakeGraph)->setEnabled(false);
-    mnuData->addSeparator();
-    addMenuItem(mnuData, ImportData)->setEnabled(false);
-
-    mnuHelp = menuBar()->addMenu(GetResString(Help));
-    onTriggered(addMenuItem(mnuHelp, About), [this] {
+    });
+    on(Redo, [this] { forward([](SheetDocument& document) { document.Redo(); }); });
+    on(SheetMenu::TextStyle, &frmTillane::ChooseTextStyle);
+    on(CellStyle, &frmTillane::ShowCellStyle);
+    on(NumberFormat, &frmTillane::ShowNumberFormat);
+    on(CreateFormula, &frmTillane::ShowFormulaBuilder);
+    on(SheetMenu::CopyCell, &frmTillane::ShowCopyCell);
+    on(About, [this] {
         if (m_host != nullptr)
             m_host->ShowAbout();
     });
-}
-
-void frmTillane::buildToolbar()
-{
-    tlToolbar = addToolBar(QString());
-    tlToolbar->setObjectName(toolbarSetting);
-    tlToolbar->setIconSize(QSize(24, 24));
-    const auto addButton = [this](int id, int image) {
-        QIcon icon;
-        if (image < 0)
-            icon = Frame::ResourceIcon(-image);
-        else if (m_host != nullptr)
-            icon = m_host->ToolbarImages().ListImages(image);
-        else
-            icon = Frame::ResourceIcon(Frame::ToolbarIconNumbers().value(image - 1));
-        QAction* button = tlToolbar->addAction(icon, GetResString(id));
-        button->setObjectName(u"tbr"_s + QString::number(id));
-        m_actions.append({ id, button });
-        return button;
-    };
-    // The buttons do what the menu items of the same name do.
-    const auto mirror = [this](QAction* button, int menuId) {
-        QAction* item = Action(menuId);
-        button->setEnabled(item->isEnabled());
-        connect(button, &QAction::triggered, item, &QAction::trigger);
-    };
-    mirror(addButton(SheetToolbar::Open, openImage), SheetMenu::Open);
-    mirror(addButton(SheetToolbar::Save, saveImage), SheetMenu::Save);
-    mirror(addButton(SheetToolbar::Print, printImage), SheetMenu::Print);
-    tlToolbar->addSeparator();
-    mirror(addButton(SheetToolbar::TextStyle, textStyleImage), SheetMenu::TextStyle);
-    mirror(addButton(SheetToolbar::CellStyle, cellStyleImage), SheetMenu::CellStyle);
-    mirror(addButton(SheetToolbar::NumberFormat, numberFormatImage), SheetMenu::NumberFormat);
-    // Down while their dialog is open; pressing one that is down closes its dialog.
-    QAction* formula = addButton(SheetToolbar::CreateFormula, createFormulaImage);
-    formula->setCheckable(true);
-    connect(formula, &QAction::triggered, this, [this](bool down) {
-        if (down)
-            ShowFormulaBuilder();
-        else if (m_formula)
-            m_formula->close();
-        setDialogButton(SheetToolbar::CreateFormula, m_formula != nullptr);
-    });
-    QAction* copy = addButton(SheetToolbar::CopyCell, -copyCellResource);
-    copy->setCheckable(true);
-    connect(copy, &QAction::triggered, this, [this](bool down) {
-        if (down)
-            ShowCopyCell();
-        else if (m_copyCell)
-            m_copyCell->close();
-        setDialogButton(SheetToolbar::CopyCell, m_copyCell != nullptr);
-    });
-    tlToolbar->addSeparator();
-    mirror(addButton(SheetToolbar::MakeGraph, makeGraphImage), SheetMenu::MakeGraph);
-}
-
-void frmTillane::buildStatus()
-{
-    lblStatus = new QLabel;
-    lblStatus->setObjectName(u"lblStatus"_s);
-    lblStatus->setAccessibleName(u"Status"_s);
-    ProgressBar = new QProgressBar;
-    ProgressBar->setObjectName(u"ProgressBar"_s);
-    ProgressBar->setAccessibleName(u"Progress"_s);
-    ProgressBar->setRange(0, 100);
-    ProgressBar->setMaximumWidth(200);
-    ProgressBar->hide();
-    statusBar()->addWidget(lblStatus, 1);
-    statusBar()->addPermanentWidget(ProgressBar);
-}
-
-void frmTillane::setDialogButton(int id, bool down)
-{
-    if (QAction* button = Action(id))
-        button->setChecked(down);
+    for (const int button : { SheetToolbar::CreateFormula, SheetToolbar::CopyCell })
+        on(button, [this, button](bool down) { m_tools->ButtonPressed(button, down); });
 }
 
 void frmTillane::setFileName(const QString& fileName)
@@ -329,13 +175,12 @@ void frmTillane::Refresh()
         palette.setColor(QPalette::Text, text);
         DataGrid->setPalette(palette);
     }
-    const QFont font = QtFont(sheet.font());
+    const QFont font = QtFontOf(sheet.font());
     if (DataGrid->font() != font)
         DataGrid->setFont(font);
     DataGrid->ApplySizes(sheet);
     GridModel->Refresh();
-    if (m_editing)
-        DataGrid->CoverCell(txtEdit, m_editCell);
+    m_editBox->Cover();
 
     Action(SheetMenu::Undo)->setEnabled(m_document->CanUndo());
     Action(SheetMenu::Redo)->setEnabled(m_document->CanRedo());
@@ -343,26 +188,6 @@ void frmTillane::Refresh()
         setWindowTitle(m_document->Caption());
     if (m_host != nullptr)
         m_host->SetDocumentChanged(this, m_document->IsChanged());
-}
-
-void frmTillane::showProgress(const QString& status, int percent)
-{
-    if (percent < 0) {
-        lblStatus->clear();
-        ProgressBar->hide();
-        m_progressDrawn.invalidate();
-        return;
-    }
-    if (lblStatus->text() != status)
-        lblStatus->setText(status);
-    ProgressBar->show();
-    ProgressBar->setValue(percent);
-    // The work runs without returning to the event loop, so the status is drawn at once; but
-    // only now and then, since drawing it for every step would take longer than most loads.
-    if (!m_progressDrawn.isValid() || m_progressDrawn.elapsed() >= progressInterval) {
-        statusBar()->repaint();
-        m_progressDrawn.start();
-    }
 }
 
 CellBlock frmTillane::Selection() const
@@ -377,124 +202,29 @@ bool frmTillane::AllCellsSelected() const
 
 // ---- the edit box ----
 
-bool frmTillane::OpenEditBox(const QString& text)
+CellAddress frmTillane::EditCell() const
 {
-    if (m_editing)
-        return false;
-    const CellAddress cell = DataGrid->CurrentCell();
-    if (m_document->SheetObject().record(cell).Locked) {
-        QApplication::beep();
-        return false;
-    }
-    m_editCell = cell;
-    m_editing = true;
-    txtEdit->setFont(GridModel->CellFont(cell));
-    {
-        const QSignalBlocker quiet(txtEdit);
-        txtEdit->setText(text);
-    }
-    editTextChanged(text);
-    txtEdit->setCursorPosition(int(text.size()));
-    DataGrid->scrollTo(GridModel->IndexOf(cell));
-    DataGrid->CoverCell(txtEdit, cell);
-    DataGrid->SetFillHandleShown(false);
-    txtEdit->show();
-    txtEdit->raise();
-    txtEdit->setFocus();
-    return true;
+    return m_editBox->Cell();
 }
 
-void frmTillane::closeEditBox()
+bool frmTillane::Editing() const
 {
-    m_editing = false;
-    m_pointMode = false;
-    // The grid takes the focus before the box goes: a focused box that hides hands the focus
-    // on as a Tab would, which moves the grid's current cell.
-    DataGrid->setFocus();
-    DataGrid->CoverCell(nullptr, {});
-    txtEdit->hide();
-    DataGrid->SetFillHandleShown(true);
+    return m_editBox->IsOpen();
+}
+
+bool frmTillane::PointMode() const
+{
+    return m_editBox->PointMode();
+}
+
+bool frmTillane::OpenEditBox(const QString& text)
+{
+    return m_editBox->Open(text);
 }
 
 bool frmTillane::CommitEdits()
 {
-    if (!m_editing)
-        return true;
-    const CellAddress cell = m_editCell;
-    // The entry goes to the cell being edited, which becomes current again.
-    DataGrid->SetCurrentCell(cell);
-    if (m_document->SheetObject().record(cell).Locked) {
-        closeEditBox();
-        return true;
-    }
-    if (!m_document->EnterCell(cell, txtEdit->text())) {
-        txtEdit->setFocus();
-        return false;
-    }
-    closeEditBox();
-    return true;
-}
-
-void frmTillane::editTextChanged(const QString& text)
-{
-    m_pointMode = false;
-    // The formula as far as it is typed: while it does not evaluate, a click on a cell
-    // inserts the cell's name instead of leaving the cell.
-    if (m_editing && text.startsWith(u'='))
-        m_pointMode = !m_document->FormulaEvaluates(m_editCell, text);
-}
-
-bool frmTillane::editKeyPressed(QKeyEvent* event)
-{
-    const auto commitAndMove = [this](int rowStep, int columnStep) {
-        if (!CommitEdits())
-            return;
-        const CellAddress cell = DataGrid->CurrentCell();
-        const CellAddress next { std::clamp(cell.Row + rowStep, 1, SheetRows),
-            std::clamp(cell.Column + columnStep, 1, SheetColumns) };
-        DataGrid->SetCurrentCell(next);
-        DataGrid->scrollTo(GridModel->IndexOf(next));
-    };
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        CommitEdits();
-        return true;
-    case Qt::Key_Escape:
-        closeEditBox();
-        return true;
-    case Qt::Key_Up:
-        commitAndMove(-1, 0);
-        return true;
-    case Qt::Key_Down:
-        commitAndMove(1, 0);
-        return true;
-    case Qt::Key_Tab:
-        commitAndMove(0, 1);
-        return true;
-    case Qt::Key_Backtab:
-        commitAndMove(0, -1);
-        return true;
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        return true;
-    default:
-        break;
-    }
-    if (event->text() == u"="_s && txtEdit->text().isEmpty()) {
-        closeEditBox();
-        ShowFormulaBuilder();
-        return true;
-    }
-    return false;
-}
-
-bool frmTillane::eventFilter(QObject* watched, QEvent* event)
-{
-    // Seen before the box itself, so Tab commits and moves instead of moving the focus.
-    if (watched == txtEdit && event->type() == QEvent::KeyPress)
-        return editKeyPressed(static_cast<QKeyEvent*>(event));
-    return QMainWindow::eventFilter(watched, event);
+    return m_editBox->Commit();
 }
 
 // ---- the grid ----
@@ -508,27 +238,16 @@ void frmTillane::currentCellChanged(CellAddress current)
 void frmTillane::cellPressed(CellAddress cell)
 {
     const QString name = CellName(cell);
-    if (m_editing && m_pointMode && !m_formula) {
-        // Pointing at a cell for the formula: its name replaces the selected text, and the
-        // cell being edited stays current.
-        QString text = txtEdit->text();
-        const int start
-            = txtEdit->hasSelectedText() ? txtEdit->selectionStart() : txtEdit->cursorPosition();
-        text.replace(start, txtEdit->selectedText().size(), name);
-        txtEdit->setText(text);
-        txtEdit->setCursorPosition(int(text.size()));
-        txtEdit->setFocus();
-        if (m_copyCell)
-            m_copyCell->Cell_Click(name);
+    if (m_editBox->IsOpen() && m_editBox->PointMode() && !m_tools->FormulaBuilder()) {
+        // Pointing at a cell for the formula: the cell being edited stays current.
+        m_editBox->InsertCellName(name);
+        m_tools->CellClicked(name);
         return;
     }
     if (!CommitEdits())
         return;
     DataGrid->SetCurrentCell(cell);
-    if (m_formula)
-        m_formula->Cell_Click(name);
-    if (m_copyCell)
-        m_copyCell->Cell_Click(name);
+    m_tools->CellClicked(name);
 }
 
 void frmTillane::gridKeyTyped(QKeyEvent* event)
@@ -564,13 +283,7 @@ void frmTillane::fillDragged(CellAddress target)
     const CellAddress source = DataGrid->CurrentCell();
     if (target == source)
         return;
-    // The cells from the source's neighbour to the one under the pointer, either way.
-    const int rowStep = target.Row > source.Row ? 1 : (target.Row < source.Row ? -1 : 0);
-    const int columnStep
-        = target.Column > source.Column ? 1 : (target.Column < source.Column ? -1 : 0);
-    const CellAddress neighbour { source.Row + rowStep, source.Column + columnStep };
-    const bool forwards = rowStep > 0 || columnStep > 0;
-    CopyCell(source, forwards ? neighbour : target, forwards ? target : neighbour);
+    m_document->FillCells(source, target);
     DataGrid->SetSelection(source, target);
 }
 
@@ -584,18 +297,7 @@ void frmTillane::CopyCell(CellAddress source, CellAddress first, CellAddress las
 
 void frmTillane::ChooseTextStyle()
 {
-    if (!CommitEdits())
-        return;
-    const CellBlock block = Selection();
-    TextStyle style = m_document->CellTextStyle(block.Current);
-    const std::optional<QFont> font = Frame::CurrentPrompts().font(QtFont(style.Font));
-    if (!font)
-        return;
-    style.Font = SheetFontOf(*font);
-    // The text colour is asked next; cancelling it keeps the colour the text had.
-    if (const std::optional<qint32> colour = Frame::CurrentPrompts().colour(style.Colour))
-        style.Colour = *colour;
-    m_document->SetTextStyle(block, style);
+    forward([this](SheetDocument& document) { document.ChooseTextStyle(Selection()); });
 }
 
 void frmTillane::ShowCellStyle()
@@ -626,40 +328,19 @@ void frmTillane::ShowFormulaBuilder()
 {
     if (!CommitEdits())
         return;
-    if (m_copyCell)
-        m_copyCell->close();
-    if (!m_formula) {
-        const CellAddress cell = DataGrid->CurrentCell();
-        const CellRecord& record = m_document->SheetObject().record(cell);
-        m_formula
-            = new frmFormula(this, cell, record.Kind == FormulaCell ? record.Formula : u"="_s);
-        connect(m_formula, &QObject::destroyed, this,
-            [this] { setDialogButton(SheetToolbar::CreateFormula, false); });
-        placeBeside(m_formula);
-        m_formula->show();
-    }
-    m_formula->raise();
-    m_formula->activateWindow();
-    setDialogButton(SheetToolbar::CreateFormula, true);
-}
-
-void frmTillane::placeBeside(QWidget* dialog)
-{
-    // Over the right-hand edge of the sheet, where it hides the fewest of the cells a pupil
-    // clicks while it is open.
-    dialog->adjustSize();
-    const QPoint topRight = DataGrid->mapToGlobal(QPoint(DataGrid->width(), 0));
-    dialog->move(topRight.x() - dialog->width() - margin, topRight.y() + margin);
+    const CellAddress cell = DataGrid->CurrentCell();
+    const CellRecord& record = m_document->SheetObject().record(cell);
+    m_tools->ShowFormulaBuilder(cell, record.Kind == FormulaCell ? record.Formula : u"="_s);
 }
 
 frmFormula* frmTillane::FormulaBuilder() const
 {
-    return m_formula;
+    return m_tools->FormulaBuilder();
 }
 
 frmCopyCell* frmTillane::CopyCellDialog() const
 {
-    return m_copyCell;
+    return m_tools->CopyCell();
 }
 
 void frmTillane::TakeFormula(CellAddress cell, const QString& formula)
@@ -674,20 +355,8 @@ void frmTillane::TakeFormula(CellAddress cell, const QString& formula)
 
 void frmTillane::ShowCopyCell()
 {
-    if (!CommitEdits())
-        return;
-    if (m_formula)
-        m_formula->close();
-    if (!m_copyCell) {
-        m_copyCell = new frmCopyCell(this, DataGrid->CurrentCell());
-        connect(m_copyCell, &QObject::destroyed, this,
-            [this] { setDialogButton(SheetToolbar::CopyCell, false); });
-        placeBeside(m_copyCell);
-        m_copyCell->show();
-    }
-    m_copyCell->raise();
-    m_copyCell->activateWindow();
-    setDialogButton(SheetToolbar::CopyCell, true);
+    if (CommitEdits())
+        m_tools->ShowCopyCell(DataGrid->CurrentCell());
 }
 
 // ---- closing ----
@@ -698,7 +367,7 @@ bool frmTillane::queryClose()
         return false;
     if (!m_document->AskToSave())
         return false;
-    QSettings().setValue(toolbarSetting, saveState());
+    QSettings().setValue(tlToolbar->objectName(), saveState());
     return true;
 }
 
@@ -709,10 +378,7 @@ void frmTillane::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    if (m_formula)
-        m_formula->close();
-    if (m_copyCell)
-        m_copyCell->close();
+    m_tools->CloseAll();
     QMainWindow::closeEvent(event);
 }
 

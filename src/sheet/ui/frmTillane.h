@@ -3,11 +3,10 @@
 #include "frame/DocumentWindow.h"
 #include "sheet/CellRef.h"
 #include "sheet/SheetDocument.h"
+#include "sheet/ui/SheetWindowActions.h"
 
-#include <QElapsedTimer>
-#include <QList>
 #include <QMainWindow>
-#include <QPointer>
+#include <memory>
 
 class QAction;
 class QLabel;
@@ -23,55 +22,20 @@ class DocumentHost;
 namespace Tillane {
 
 class FillHandle;
+class SheetEditBox;
 class SheetGrid;
 class SheetGridModel;
+class SheetStatusArea;
+class SheetToolDialogs;
 class frmCopyCell;
 class frmFormula;
-
-// The window's menu items by their string numbers.
-namespace SheetMenu {
-inline constexpr int File = 400;
-inline constexpr int New = 1201;
-inline constexpr int Open = 1202;
-inline constexpr int Close = 1203;
-inline constexpr int Save = 1205;
-inline constexpr int SaveAs = 1206;
-inline constexpr int ExportData = 1207;
-inline constexpr int Print = 1209;
-inline constexpr int Exit = 1211;
-inline constexpr int Edit = 1212;
-inline constexpr int Undo = 1213;
-inline constexpr int Redo = 1214;
-inline constexpr int Format = 1220;
-inline constexpr int TextStyle = 1221;
-inline constexpr int CellStyle = 1222;
-inline constexpr int NumberFormat = 1223;
-inline constexpr int Data = 1230;
-inline constexpr int CreateFormula = 1231;
-inline constexpr int CopyCell = 1232;
-inline constexpr int MakeGraph = 1233;
-inline constexpr int ImportData = 1235;
-inline constexpr int Help = 420;
-inline constexpr int About = 421;
-} // namespace SheetMenu
-
-// The toolbar buttons by their tool tips' string numbers (1250 + the button's place).
-namespace SheetToolbar {
-inline constexpr int Open = 1251;
-inline constexpr int Save = 1252;
-inline constexpr int Print = 1253;
-inline constexpr int TextStyle = 1255;
-inline constexpr int CellStyle = 1256;
-inline constexpr int NumberFormat = 1257;
-inline constexpr int CreateFormula = 1258;
-inline constexpr int CopyCell = 1259;
-inline constexpr int MakeGraph = 1261;
-} // namespace SheetToolbar
 
 // The spreadsheet's window: a view of one SheetDocument. It shows the grid, the edit box over
 // the cell being typed into and the fill handle, keeps what only the view knows (the cell
 // being edited, whether a click on a cell points at it for a formula), forwards every command
-// to the document and answers its one changed() with one Refresh.
+// to the document and answers its one changed() with one Refresh. Its parts are classes of
+// their own: the menus and toolbar (SheetWindowActions), the edit box (SheetEditBox), the
+// modeless tools (SheetToolDialogs) and the status bar (SheetStatusArea).
 class frmTillane : public QMainWindow, public Frame::DocumentWindow
 {
     Q_OBJECT
@@ -90,10 +54,10 @@ public:
     SheetDocument& Document() { return *m_document; }
 
     // The cell the edit box is over, or was last opened on.
-    CellAddress EditCell() const { return m_editCell; }
-    bool Editing() const { return m_editing; }
+    CellAddress EditCell() const;
+    bool Editing() const;
     // The formula in the edit box does not evaluate yet: a click on a cell inserts its name.
-    bool PointMode() const { return m_pointMode; }
+    bool PointMode() const;
 
     // Enters an open edit box's text. False (the box keeps the focus) when it was refused.
     bool CommitEdits();
@@ -136,41 +100,30 @@ public:
     QMenu* mnuHelp = nullptr;
     // A menu item by its SheetMenu number or a toolbar button by its SheetToolbar number;
     // nullptr for any other number.
-    QAction* Action(int id) const;
+    QAction* Action(int id) const { return m_actions->Action(id); }
 
     QSize sizeHint() const override { return { 900, 560 }; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void buildMenus();
-    void buildToolbar();
-    void buildStatus();
-    QAction* addMenuItem(QMenu* menu, int id);
+    void connectActions();
     template <typename Command> void forward(Command command);
 
-    void closeEditBox();
-    bool editKeyPressed(QKeyEvent* event);
-    void editTextChanged(const QString& text);
     void cellPressed(CellAddress cell);
     void gridKeyTyped(QKeyEvent* event);
     void currentCellChanged(CellAddress current);
     void fillDragged(CellAddress target);
-    void showProgress(const QString& status, int percent);
-    void setDialogButton(int id, bool down);
-    void placeBeside(QWidget* dialog);
 
     Frame::DocumentHost* m_host;
     SheetDocument* m_document;
-    QList<std::pair<int, QAction*>> m_actions;
-    CellAddress m_editCell { 1, 1 };
-    bool m_editing = false;
-    bool m_pointMode = false;
-    QPointer<frmFormula> m_formula;
-    QPointer<frmCopyCell> m_copyCell;
-    QElapsedTimer m_progressDrawn; // invalid while no load or save runs
+    // Gone before the widgets they work on, so nothing of them runs while the window is torn
+    // down.
+    std::unique_ptr<SheetEditBox> m_editBox;
+    std::unique_ptr<SheetWindowActions> m_actions;
+    std::unique_ptr<SheetToolDialogs> m_tools;
+    std::unique_ptr<SheetStatusArea> m_status;
 };
 
 } // namespace Tillane
