@@ -6,6 +6,7 @@
 #include "cards/CardFiles.h"
 #include "cards/CardMessages.h"
 #include "cards/DaoProperties.h"
+#include "frame/ChangeBatch.h"
 #include "frame/Helpers.h"
 #include "frame/Prompts.h"
 #include "platform/dao/DBEngine.h"
@@ -32,32 +33,12 @@ constexpr int readOnlyText = 1082;
 
 } // namespace
 
-class CardDocument::ChangeScope
-{
-public:
-    explicit ChangeScope(CardDocument& document)
-        : m_document(document)
-    {
-        ++m_document.m_scopeDepth;
-    }
-    ~ChangeScope()
-    {
-        if (--m_document.m_scopeDepth == 0 && m_document.m_notificationPending) {
-            m_document.m_notificationPending = false;
-            emit m_document.changed();
-        }
-    }
-    ChangeScope(const ChangeScope&) = delete;
-    ChangeScope& operator=(const ChangeScope&) = delete;
-
-private:
-    CardDocument& m_document;
-};
 
 CardDocument::CardDocument(Frame::DocumentHost* host, Dao::DBEngine* engine, QObject* parent)
     : QObject(parent)
     , m_host(host)
     , m_engine(engine)
+    , m_changes([this] { emit changed(); })
 { }
 
 CardDocument::~CardDocument() = default;
@@ -75,10 +56,7 @@ Dao::DBEngine& CardDocument::engine() const
 
 void CardDocument::notify()
 {
-    if (m_scopeDepth > 0)
-        m_notificationPending = true;
-    else
-        emit changed();
+    m_changes.notify();
 }
 
 Dao::Recordset* CardDocument::MainTable() const
@@ -104,7 +82,7 @@ QString CardDocument::Caption() const
 
 bool CardDocument::Open(const QString& path, int view)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     std::unique_ptr<CardDatabase> cards = OpenCardFile(engine(), path);
     if (!cards)
         return false;
@@ -139,7 +117,7 @@ bool CardDocument::Create(const QString& path, int view)
 
 void CardDocument::BuildCardLayout()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_controls.clear();
     m_selectedControl = -1;
     ++m_layoutVersion;
@@ -192,7 +170,7 @@ void CardDocument::StoreFormSize(int widthTwips, int heightTwips)
 
 bool CardDocument::SetView(int view)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (view < VelkinView || view > SprondleView || !m_cards)
         return false;
     if (!leaveCard(0))
@@ -211,7 +189,7 @@ bool CardDocument::SetView(int view)
 
 void CardDocument::DisplayCard()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_editEnabled = false;
     BlankCardControls(m_controls);
     m_picture.clear();
@@ -241,7 +219,7 @@ bool CardDocument::BeginCardEdit()
 
 template <typename Change> bool CardDocument::changeControl(int index, Change change)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     notify();
     if (index < 0 || index >= static_cast<int>(m_controls.size()) || !BeginCardEdit())
         return false;
@@ -272,7 +250,7 @@ bool CardDocument::SetControlDate(int index, bool null, double serial)
 
 bool CardDocument::SaveCard()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || set->EditMode() == Dao::EditMode::None)
         return true;
@@ -334,7 +312,7 @@ bool CardDocument::leaveCard(int action)
 
 void CardDocument::GoToCard(int action)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || !leaveCard(action))
         return;
@@ -346,7 +324,7 @@ void CardDocument::GoToCard(int action)
 
 void CardDocument::AddCard()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     // A blank new card on show is already what was asked for.
     Dao::Recordset* set = MainTable();
     const int name = ControlOfKind(ControlKind::Name);
@@ -359,7 +337,7 @@ void CardDocument::AddCard()
 
 bool CardDocument::DeleteCard()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || ReadOnly() || CurrentPosition() < 0)
         return false;
@@ -386,7 +364,7 @@ bool CardDocument::DeleteCard()
 
 bool CardDocument::GoToNumber(const QString& text)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr)
         return false;
@@ -405,7 +383,7 @@ bool CardDocument::GoToNumber(const QString& text)
 
 void CardDocument::RefreshDatabase()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || !leaveCard(0))
         return;
@@ -431,7 +409,7 @@ bool CardDocument::AskToSaveCard()
         QString(), Frame::MessageIcon::Question, Frame::MessageButtons::YesNo);
     if (answer == Frame::MessageAnswer::Yes)
         return SaveCard();
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     set->CancelUpdate();
     m_changed = false;
     notify();
@@ -470,7 +448,7 @@ bool CardDocument::CanMoveBack() const
 
 void CardDocument::ShowCardAt(int position)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || position < 0 || position >= CardCount())
         return;
@@ -480,7 +458,7 @@ void CardDocument::ShowCardAt(int position)
 
 bool CardDocument::ShowCardNamed(const QString& name)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     Dao::Recordset* set = MainTable();
     if (set == nullptr || CardCount() == 0)
         return false;
@@ -505,7 +483,7 @@ bool CardDocument::ImportWithDialog()
 
 bool CardDocument::ImportCards(const QString& path)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (!m_cards || ReadOnly() || !leaveCard(0))
         return false;
     const CardImportOutcome outcome = ImportCardFile(*m_cards, path);
@@ -518,7 +496,7 @@ bool CardDocument::ImportCards(const QString& path)
 
 bool CardDocument::SetFieldEditing(bool on)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (!m_cards || on == m_fieldEditing || (on && ReadOnly()))
         return false;
     if (!leaveCard(0))
@@ -541,14 +519,14 @@ bool CardDocument::SetFieldEditing(bool on)
 
 void CardDocument::SelectControl(int control)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_selectedControl = control == m_selectedControl ? -1 : control;
     notify();
 }
 
 void CardDocument::MoveField(int index, int left, int top)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (!m_cards || !m_fieldEditing || index < 0 || index >= static_cast<int>(m_controls.size()))
         return;
     CardControl& control = m_controls[static_cast<size_t>(index)];

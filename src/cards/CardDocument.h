@@ -4,6 +4,8 @@
 #include "cards/CardNavigation.h"
 
 #include <QByteArray>
+#include "frame/ChangeBatch.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -184,8 +186,6 @@ signals:
     void changed();
 
 private:
-    class ChangeScope;
-
     void notify();
     Dao::DBEngine& engine() const;
     // Begins the card's edit, changes the control and marks it touched; false (nothing
@@ -211,8 +211,7 @@ private:
     bool m_fieldEditing = false;
     int m_selectedControl = -1;
     int m_layoutVersion = 0;
-    int m_scopeDepth = 0;
-    bool m_notificationPending = false;
+    Frame::ChangeBatch m_changes;
 };
 
 } // namespace Bramlet

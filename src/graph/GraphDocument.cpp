@@ -1,5 +1,6 @@
 #include "graph/GraphDocument.h"
 
+#include "frame/ChangeBatch.h"
 #include "frame/DocumentHost.h"
 #include "frame/ErrorMessage.h"
 #include "frame/Helpers.h"
@@ -56,40 +57,20 @@ QStringList GridHeadings(Graph& graph)
     return headings;
 }
 
-class GraphDocument::ChangeScope
-{
-public:
-    explicit ChangeScope(GraphDocument& document)
-        : m_document(document)
-    {
-        ++m_document.m_scopeDepth;
-    }
-    ~ChangeScope()
-    {
-        // Reading the statistics raises any PlotTypeChanged now, inside the scope.
-        m_document.m_graph->XYPlot();
-        if (--m_document.m_scopeDepth == 0 && m_document.m_notificationPending) {
-            m_document.m_notificationPending = false;
-            emit m_document.changed();
-        }
-    }
-    ChangeScope(const ChangeScope&) = delete;
-    ChangeScope& operator=(const ChangeScope&) = delete;
-
-private:
-    GraphDocument& m_document;
-};
 
 GraphDocument::GraphDocument(Frame::DocumentHost* host, QObject* parent)
     : QObject(parent)
     , m_host(host)
     , m_graph(std::make_unique<Graph>())
+    // Reading the statistics raises any PlotTypeChanged still due inside the command, so the
+    // refresh that follows never sets off another.
+    , m_changes([this] { emit changed(); }, [this] { m_graph->XYPlot(); })
 {
     m_graph->GraphTitle(GetResString(graphTitleText));
     // The options dialogs and the tools palette change the graph behind the document's back
     // and then ask for a redraw.
     connect(m_graph.get(), &Graph::RedrawGraph, this, [this] {
-        const ChangeScope scope(*this);
+        const Frame::ChangeBatch::Scope scope(m_changes);
         edited(true);
     });
     // The headings follow the data: x-y pairs or categories.
@@ -107,10 +88,7 @@ QString GraphDocument::Caption() const
 
 void GraphDocument::notify()
 {
-    if (m_scopeDepth > 0)
-        m_notificationPending = true;
-    else
-        emit changed();
+    m_changes.notify();
 }
 
 void GraphDocument::edited(bool didChange)
@@ -128,7 +106,7 @@ void GraphDocument::setChanged(bool changed)
 
 void GraphDocument::SetGraphTitle(const QString& title)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (title == m_graph->GraphTitle())
         return;
     m_graph->GraphTitle(title);
@@ -137,7 +115,7 @@ void GraphDocument::SetGraphTitle(const QString& title)
 
 void GraphDocument::SetAxisLabels(const QString& horizontal, const QString& vertical)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     bool didChange = false;
     if (horizontal != m_graph->HorizontalAxisLabel()) {
         m_graph->HorizontalAxisLabel(horizontal);
@@ -158,7 +136,7 @@ QStringList GraphDocument::Headings()
 
 bool GraphDocument::SetCell(int row, int column, const QString& text)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     if (row < 0 || row >= Graph::RowCount || column < 0 || column >= Headings().size())
         return false;
     if (text == m_graph->Data(row, column))
@@ -170,7 +148,7 @@ bool GraphDocument::SetCell(int row, int column, const QString& text)
 
 void GraphDocument::SetGraphType(int type)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     const bool didChange = type != m_graph->GraphType();
     if (didChange)
         m_graph->GraphType(type);
@@ -179,7 +157,7 @@ void GraphDocument::SetGraphType(int type)
 
 void GraphDocument::SetGraph3D(bool on)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     const bool didChange = on != m_graph->Graph3D();
     if (didChange)
         m_graph->Graph3D(on);
@@ -188,7 +166,7 @@ void GraphDocument::SetGraph3D(bool on)
 
 void GraphDocument::SetGraphFont(const QString& face)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     const QString before = m_graph->GraphFont();
     m_graph->GraphFont(face);
     edited(m_graph->GraphFont() != before);
@@ -196,14 +174,14 @@ void GraphDocument::SetGraphFont(const QString& face)
 
 void GraphDocument::Sort(int column)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_graph->SortGraph(column);
     edited(true);
 }
 
 void GraphDocument::GraphEdited()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     edited(true);
 }
 
@@ -232,7 +210,7 @@ bool GraphDocument::Open(const QString& path)
             }
             m_fileName = QFileInfo(path).absoluteFilePath();
             QCoreApplication::processEvents();
-            const ChangeScope scope(*this);
+            const Frame::ChangeBatch::Scope scope(m_changes);
             setChanged(false);
         }
     }
@@ -251,7 +229,7 @@ bool GraphDocument::openCommaSeparated(const QByteArray& bytes, const QString& n
         ReportError(error);
         return false;
     }
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_graph->InitialiseVariables();
     ImportGraphCsvBytes(*m_graph, bytes, name);
     // Data, not yet a graph file: saving asks for a graph file's name, and closing asks first.
@@ -282,7 +260,7 @@ bool GraphDocument::OpenWithDialog()
 
 bool GraphDocument::saveTo(const QString& path)
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     const QString error = m_graph->SaveGraphData(path);
     if (!error.isEmpty()) {
         ReportError(error);
@@ -352,7 +330,7 @@ bool GraphDocument::AskToSave()
     case Frame::MessageAnswer::Yes:
         return Save();
     case Frame::MessageAnswer::No: {
-        const ChangeScope scope(*this);
+        const Frame::ChangeBatch::Scope scope(m_changes);
         setChanged(false);
         return true;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/ChangeBatch.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -97,10 +99,6 @@ signals:
     void changed();
 
 private:
-    // Gathers the notifications of one command into a single changed() at its end, after the
-    // graph's statistics are brought up to date, so that a refresh never sets off another.
-    class ChangeScope;
-
     void notify();
     void edited(bool didChange);
     void setChanged(bool changed);
@@ -112,8 +110,7 @@ private:
     std::unique_ptr<Graph> m_graph;
     QString m_fileName;
     bool m_changed = false;
-    int m_scopeDepth = 0;
-    bool m_notificationPending = false;
+    Frame::ChangeBatch m_changes;
 };
 
 } // namespace Ormsey

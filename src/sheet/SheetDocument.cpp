@@ -1,5 +1,6 @@
 #include "sheet/SheetDocument.h"
 
+#include "frame/ChangeBatch.h"
 #include "frame/DocumentHost.h"
 #include "frame/Helpers.h"
 #include "frame/Hourglass.h"
@@ -59,31 +60,11 @@ bool CellBlock::IsWholeSheet() const
     return Current == CellAddress { 1, 1 } && End == CellAddress { SheetRows, SheetColumns };
 }
 
-class SheetDocument::ChangeScope
-{
-public:
-    explicit ChangeScope(SheetDocument& document)
-        : m_document(document)
-    {
-        ++m_document.m_scopeDepth;
-    }
-    ~ChangeScope()
-    {
-        if (--m_document.m_scopeDepth == 0 && m_document.m_notificationPending) {
-            m_document.m_notificationPending = false;
-            emit m_document.changed();
-        }
-    }
-    ChangeScope(const ChangeScope&) = delete;
-    ChangeScope& operator=(const ChangeScope&) = delete;
-
-private:
-    SheetDocument& m_document;
-};
 
 SheetDocument::SheetDocument(Frame::DocumentHost* host, QObject* parent)
     : QObject(parent)
     , m_host(host)
+    , m_changes([this] { emit changed(); })
 {
     m_undo.setUndoLimit(SheetUndoDepth);
     adopt(std::make_unique<Sheet>());
@@ -154,10 +135,7 @@ void SheetDocument::notify()
 {
     if (m_quiet)
         return;
-    if (m_scopeDepth > 0)
-        m_notificationPending = true;
-    else
-        emit changed();
+    m_changes.notify();
 }
 
 void SheetDocument::syncChanged()
@@ -180,7 +158,7 @@ template <typename Edit> QString SheetDocument::command(Edit edit, int mergeKey)
         std::optional<Frame::Hourglass> hourglass;
         if (mergeKey < 0)
             hourglass.emplace();
-        const ChangeScope scope(*this);
+        const Frame::ChangeBatch::Scope scope(m_changes);
         const SheetContents before = SheetContents::Of(*m_sheet);
         try {
             edit(*m_sheet);
@@ -351,14 +329,14 @@ bool SheetDocument::FormulaEvaluates(CellAddress cell, const QString& text)
 
 void SheetDocument::Undo()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_undo.undo();
     syncChanged();
 }
 
 void SheetDocument::Redo()
 {
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_undo.redo();
     syncChanged();
 }
@@ -381,7 +359,7 @@ bool SheetDocument::Open(const QString& path)
         return false;
     }
     {
-        const ChangeScope scope(*this);
+        const Frame::ChangeBatch::Scope scope(m_changes);
         adopt(std::move(loaded));
         // What a damaged file gave is unsaved work: closing asks first.
         if (result.status == SheetReadResult::Damaged)
@@ -415,7 +393,7 @@ bool SheetDocument::saveTo(const QString& path)
         Report(error);
         return false;
     }
-    const ChangeScope scope(*this);
+    const Frame::ChangeBatch::Scope scope(m_changes);
     m_undo.setClean();
     syncChanged();
     return true;
@@ -460,7 +438,7 @@ bool SheetDocument::AskToSave()
     case Frame::MessageAnswer::Yes:
         return Save();
     case Frame::MessageAnswer::No: {
-        const ChangeScope scope(*this);
+        const Frame::ChangeBatch::Scope scope(m_changes);
         m_undo.setClean();
         syncChanged();
         return true;

@@ -3,6 +3,8 @@
 #include "sheet/CellRef.h"
 #include "sheet/SheetFont.h"
 
+#include "frame/ChangeBatch.h"
+
 #include <QObject>
 #include <QString>
 #include <QUndoStack>
@@ -135,8 +137,6 @@ signals:
     void progress(const QString& status, int percent);
 
 private:
-    class ChangeScope;
-
     // Runs one command on the sheet as an undo step. Returns the description of the sheet
     // error that stopped it, empty when none did.
     template <typename Edit> QString command(Edit edit, int mergeKey = -1);
@@ -150,8 +150,7 @@ private:
     Frame::DocumentHost* m_host;
     std::unique_ptr<Sheet> m_sheet;
     QUndoStack m_undo;
-    int m_scopeDepth = 0;
-    bool m_notificationPending = false;
+    Frame::ChangeBatch m_changes;
     bool m_quiet = false;
 };
 
