@@ -1,16 +1,13 @@
 #include "graph/MetaFile.h"
 
 #include "GoldenFile.h"
+#include "RowFile.h"
 #include "TableRows.h"
-#include "frame/Colours.h"
-#include "platform/emf/Player.h"
 #include "platform/emf/RecordReader.h"
 #include "platform/emf/RecordTrace.h"
-#include "platform/emf/TextMetrics.h"
 #include "platform/runtime/Error.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <QPointF>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -180,70 +177,50 @@ TEST(MetaFileTest, DescriptionIsTheMakersNameAndANull)
     MetaFile surface;
     surface.OpenMF();
     surface.CloseMF();
-    const Emf::PictureHeader& header = surface.hMF()->header();
-    EXPECT_EQ(header.description, u"Pellimore"_s + QChar(0));
-    EXPECT_EQ(header.description.size(), 10);
+    EXPECT_EQ(surface.hMF()->header().description, u"Pellimore"_s + QChar(0));
 }
 
-struct FontNameRow
+// Font names of 32 characters or more and polygons of more than 19 points (or fewer numbers
+// than points) are refused with error 9, which the caller turns into its message.
+struct LimitRow
 {
     const char* name;
-    int length;
+    std::function<void(MetaFile&)> call;
     bool refused;
 };
 
-class FontNameLength : public testing::TestWithParam<FontNameRow>
+class Limits : public testing::TestWithParam<LimitRow>
 {
 };
 
-TEST_P(FontNameLength, OfThirtyTwoOrMoreIsRefusedWithErrorNine)
+TEST_P(Limits, AreRefusedWithErrorNine)
 {
     MetaFile surface;
     surface.OpenMF();
-    const QString name(GetParam().length, u'N');
-    if (!GetParam().refused) {
-        EXPECT_NO_THROW(surface.FontName(name));
-        return;
-    }
     try {
-        surface.FontName(name);
-        FAIL() << "accepted";
+        GetParam().call(surface);
+        EXPECT_FALSE(GetParam().refused) << "accepted";
     } catch (const Runtime::Error& error) {
+        EXPECT_TRUE(GetParam().refused);
         EXPECT_EQ(error.number(), 9);
     }
 }
 
-const FontNameRow fontNameRows[] = {
-    { "empty", 0, false },
-    { "thirtyOne", 31, false },
-    { "thirtyTwo", 32, true },
-    { "forty", 40, true },
+const std::vector<std::int32_t> sixtyNumbers(60, 1);
+
+const LimitRow limitRows[] = {
+    { "emptyFontName", [](MetaFile& m) { m.FontName(QString()); }, false },
+    { "fontNameOf31", [](MetaFile& m) { m.FontName(QString(31, u'N')); }, false },
+    { "fontNameOf32", [](MetaFile& m) { m.FontName(QString(32, u'N')); }, true },
+    { "fontNameOf40", [](MetaFile& m) { m.FontName(QString(40, u'N')); }, true },
+    { "polygonOf19", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, 19); }, false },
+    { "polygonOf20", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, 20); }, true },
+    { "polygonOfMinusOne", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, -1); }, true },
+    { "polygonOfTooFewNumbers",
+        [](MetaFile& m) { m.PolygonMF(std::span(sixtyNumbers).first(5), 3); }, true },
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    MetaFileTest, FontNameLength, testing::ValuesIn(fontNameRows), TestRows::Named());
-
-TEST(MetaFileTest, PolygonOfMoreThanNineteenPointsIsRefusedWithErrorNine)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    const std::vector<std::int32_t> points(60, 1);
-    EXPECT_NO_THROW(surface.PolygonMF(points, 19));
-    for (int count : { 20, -1 }) {
-        try {
-            surface.PolygonMF(points, count);
-            ADD_FAILURE() << "accepted " << count;
-        } catch (const Runtime::Error& error) {
-            EXPECT_EQ(error.number(), 9);
-        }
-    }
-    try {
-        surface.PolygonMF(std::span(points).first(5), 3);
-        ADD_FAILURE() << "accepted too few numbers";
-    } catch (const Runtime::Error& error) {
-        EXPECT_EQ(error.number(), 9);
-    }
-}
+INSTANTIATE_TEST_SUITE_P(MetaFileTest, Limits, testing::ValuesIn(limitRows), TestRows::Named());
 
 TEST(MetaFileTest, PolygonKeepsTheCallersPath)
 {
@@ -266,84 +243,32 @@ TEST(MetaFileTest, PolygonKeepsTheCallersPath)
         u"graph/metafile/polygonKeepsTheCallersPath.trace"_s, Golden::Lines(trace(surface))));
 }
 
-TEST(MetaFileTest, TextSizeIsThatOfTheAppliedFontInReferencePixels)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    surface.FontName(u"Arial"_s);
-    surface.FontSize(10);
-    Emf::LogFont font;
-    font.height = -13;
-    font.faceName = u"Arial"_s;
-    const Emf::SizeL expected = Emf::MeasureText(font, u"Population"_s);
-    EXPECT_EQ(surface.GetTextWidth(u"Population"_s), expected.cx);
-    EXPECT_EQ(surface.GetTextHeight(u"Population"_s), expected.cy);
-    surface.FontSize(20);
-    EXPECT_GT(surface.GetTextWidth(u"Population"_s), expected.cx * 3 / 2);
-}
-
-struct PlacementRow
-{
-    const char* name;
-    std::int32_t align;
-    double directionX;
-    double directionY;
-    bool vertical;
-    // The start point from the text's width and height, before rounding.
-    std::function<QPointF(double width, double height)> start;
-};
-
-class TextPlacement : public testing::TestWithParam<PlacementRow>
+class TextPlacement : public RowFile::RowTest<>
 {
 };
 
 TEST_P(TextPlacement, StartsWhereTheAlignmentRuleSays)
 {
-    const PlacementRow& row = GetParam();
     MetaFile surface;
     surface.OpenMF();
     surface.FontName(u"Arial"_s);
     surface.FontSize(11);
-    if (row.vertical)
+    if (row().flag("vertical"))
         surface.FontOrientation(900);
     const double width = surface.GetTextWidth(u"Sample text"_s);
     const double height = surface.GetTextHeight(u"Sample text"_s);
-    surface.PaintTextMF(u"Sample text"_s, 200, 100, row.align, row.directionX, row.directionY);
-    const QPointF start = row.start(width, height);
-    const QString expected = u"EXTTEXTOUTW %1,%2 \"Sample text\""_s.arg(std::lrint(start.x()))
-                                 .arg(std::lrint(start.y()));
+    surface.PaintTextMF(u"Sample text"_s, 200, 100, std::int32_t(row().whole("align")),
+        row().number("directionX"), row().number("directionY"));
+    const double x = 200 + row().number("xw") * width + row().number("xh") * height;
+    const double y = 100 + row().number("yw") * width + row().number("yh") * height;
     surface.CloseMF();
-    EXPECT_EQ(trace(surface).filter(u"EXTTEXTOUTW"_s), QStringList { expected });
+    EXPECT_EQ(trace(surface).filter(u"EXTTEXTOUTW"_s),
+        QStringList {
+            u"EXTTEXTOUTW %1,%2 \"Sample text\""_s.arg(std::lrint(x)).arg(std::lrint(y)) });
 }
 
-const PlacementRow placementRows[] = {
-    { "alignZeroStartsAtThePoint", 0, 0, 0, false,
-        [](double, double) { return QPointF(200, 100); } },
-    { "alignOneCentresOnX", 1, 0, 0, false,
-        [](double w, double) { return QPointF(200 - w / 2, 100); } },
-    { "alignTwoEndsAtX", 2, 0, 0, false, [](double w, double) { return QPointF(200 - w, 100); } },
-    { "directionNoneCentresOnThePoint", -1, 0, 0, false,
-        [](double w, double h) { return QPointF(200 - w / 2, 100 - h / 2); } },
-    { "directionRightPutsItRightOfThePoint", -1, 1, 0, false,
-        [](double, double h) { return QPointF(200, 100 - h / 2); } },
-    { "directionDownPutsItBelow", -1, 0, -1, false,
-        [](double w, double) { return QPointF(200 - w / 2, 100); } },
-    { "directionUpPutsItAbove", -1, 0, 1, false,
-        [](double w, double h) { return QPointF(200 - w / 2, 100 - h); } },
-    { "pieLabelDirection", -1, std::cos(std::numbers::pi / 3), std::sin(std::numbers::pi / 3),
-        false,
-        [](double w, double h) {
-            return QPointF(200 + (std::cos(std::numbers::pi / 3) - 1) * w / 2,
-                100 - (std::sin(std::numbers::pi / 3) + 1) * h / 2);
-        } },
-    { "verticalTextSwapsWidthAndHeight", -1, 0, 0, true,
-        [](double w, double h) { return QPointF(200 - h / 2, 100 - w / 2); } },
-    { "verticalTextToTheRight", -1, 1, 0, true,
-        [](double w, double) { return QPointF(200, 100 - w / 2); } },
-};
-
-INSTANTIATE_TEST_SUITE_P(
-    MetaFileTest, TextPlacement, testing::ValuesIn(placementRows), TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(MetaFileTest, TextPlacement,
+    RowFile::In("graph/metafile/textPlacement.rows"), RowFile::Named());
 
 TEST(MetaFileTest, OpeningAgainDeletesTheEarlierPicture)
 {
@@ -351,13 +276,9 @@ TEST(MetaFileTest, OpeningAgainDeletesTheEarlierPicture)
     surface.OpenMF();
     surface.RectMF(0, 0, 10, 10);
     surface.CloseMF();
-    ASSERT_NE(surface.hMF(), nullptr);
     surface.OpenMF();
-    EXPECT_EQ(surface.hMF(), nullptr);
-    EXPECT_NE(surface.hDC(), nullptr);
     surface.CircleMF(50, 50, 5);
     surface.CloseMF();
-    ASSERT_NE(surface.hMF(), nullptr);
     const QStringList lines = trace(surface);
     EXPECT_EQ(lines.filter(u"POLYGON"_s).size(), 0);
     EXPECT_EQ(lines.filter(u"ELLIPSE"_s).size(), 1);
@@ -394,20 +315,6 @@ TEST(MetaFileTest, DrawingWhileClosedDoesNothing)
     surface.CloseMF();
     EXPECT_EQ(surface.hMF(), nullptr);
     EXPECT_EQ(surface.hDC(), nullptr);
-}
-
-TEST(MetaFileTest, PictureWithAFileNameIsAlsoWrittenThere)
-{
-    QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
-    const QString path = folder.filePath(u"Graph.emf"_s);
-    MetaFile surface;
-    surface.OpenMF(Emf::ReferenceDevice::Screen(), path);
-    surface.RectMF(0, 0, 10, 10);
-    surface.CloseMF();
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), surface.hMF()->bytes());
 }
 
 // Sectors -----------------------------------------------------------------------------------
@@ -543,25 +450,5 @@ TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
 }
 
 INSTANTIATE_TEST_SUITE_P(MetaFileTest, Sectors, testing::ValuesIn(sectorRows), TestRows::Named());
-
-TEST(MetaFileTest, TiltedPiePlaysBackWithTopAndRimColours)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    surface.PenStyle(5);
-    surface.BrushColour(0x0000C0);
-    surface.SectorMF(200, 200, 320, 200, 320, 200, 45);
-    surface.CloseMF();
-    const QImage image = Emf::RenderPicture(*surface.hMF(), QSize(400, 400));
-    const QColor top = Frame::ColourFromValue(0x0000C0);
-    const QColor rim = Frame::ColourFromValue(Frame::ShadeColour(0x0000C0, -40));
-    EXPECT_EQ(QColor(image.pixel(200, 200)), top);
-    EXPECT_EQ(QColor(image.pixel(200, 150)), top);
-    // Below the disc's front edge (200 + 85) and above the rim's lower edge (+ 42).
-    EXPECT_EQ(QColor(image.pixel(200, 305)), rim);
-    EXPECT_EQ(QColor(image.pixel(200, 335)), QColor(Qt::white));
-    // The disc is flattened: nothing above 200 - 85.
-    EXPECT_EQ(QColor(image.pixel(200, 105)), QColor(Qt::white));
-}
 
 } // namespace
