@@ -64,7 +64,6 @@ struct PrintDialog
         printersLabel = Tagged(new QLabel(u"?"_s), 1015, layout);
         orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
         auto* orientationLayout = new QVBoxLayout(orientation);
-        portrait = Tagged(new QRadioButton(u"?"_s), u"1013"_s, orientationLayout);
         landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, orientationLayout);
         tabs = new QTabWidget;
         layout->addWidget(tabs);
@@ -72,7 +71,6 @@ struct PrintDialog
         rangePage->setProperty("Tag", 911);
         tabs->addTab(rangePage, u"?"_s);
         ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
-        cancel = Tagged(new QPushButton(u"?"_s), 1001, layout);
         wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
         noTag = new QLabel(u"keep"_s);
         layout->addWidget(noTag);
@@ -90,12 +88,10 @@ struct PrintDialog
     QDialog dialog;
     QLabel* printersLabel;
     QGroupBox* orientation;
-    QRadioButton* portrait;
     QRadioButton* landscape;
     QTabWidget* tabs;
     QWidget* rangePage;
     QPushButton* ok;
-    QPushButton* cancel;
     QLabel* wordTag;
     QLabel* noTag;
     QLabel* missingText;
@@ -107,11 +103,9 @@ TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
     Frame::LocaliseControls(&print.dialog);
     EXPECT_EQ(print.printersLabel->text(), u"Printer:"_s);
     EXPECT_EQ(print.orientation->title(), u"&Orientation"_s);
-    EXPECT_EQ(print.portrait->text(), u"&Portrait"_s);
     EXPECT_EQ(print.landscape->text(), u"&Landscape"_s);
     EXPECT_EQ(print.rangePage->windowTitle(), u"Range"_s);
     EXPECT_EQ(print.ok->text(), u"OK"_s);
-    EXPECT_EQ(print.cancel->text(), u"Cancel"_s);
     EXPECT_EQ(print.missingText->text(), u"ERROR"_s);
     // Untagged controls, tags that are no number and the window's own title stay.
     EXPECT_EQ(print.wordTag->text(), u"keep"_s);
@@ -125,8 +119,9 @@ TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
 struct OptionRow
 {
     const char* name;
-    int checked; // -1: none
-    bool withGap;
+    QList<int> checked;
+    bool withGap; // the first button missing from the list
+    bool exclusive;
     int expected;
 };
 
@@ -134,38 +129,28 @@ class SelectedOption : public testing::TestWithParam<OptionRow>
 {
 };
 
-TEST_P(SelectedOption, IsThePositionOfTheCheckedButton)
+TEST_P(SelectedOption, IsThePositionOfTheFirstCheckedButton)
 {
     const OptionRow& row = GetParam();
     QWidget group;
-    QList<QRadioButton*> buttons;
-    for (int index = 0; index < 3; ++index)
+    QList<QAbstractButton*> buttons;
+    for (int index = 0; index < 3; ++index) {
         buttons.append(new QRadioButton(&group));
-    if (row.checked >= 0)
-        buttons[row.checked]->setChecked(true);
+        buttons.back()->setAutoExclusive(row.exclusive);
+    }
+    for (const int index : row.checked)
+        buttons[index]->setChecked(true);
     if (row.withGap)
         buttons[0] = nullptr;
     EXPECT_EQ(Frame::SelectedOptionIndex(buttons), row.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, SelectedOption,
-    testing::Values(OptionRow { "none_checked", -1, false, -1 }, OptionRow { "first", 0, false, 0 },
-        OptionRow { "last", 2, false, 2 }, OptionRow { "missing_button_skipped", 1, true, 1 }),
+    testing::Values(OptionRow { "none_checked", {}, false, true, -1 },
+        OptionRow { "first", { 0 }, false, true, 0 }, OptionRow { "last", { 2 }, false, true, 2 },
+        OptionRow { "missing_button_skipped", { 1 }, true, true, 1 },
+        OptionRow { "non_exclusive_gives_the_first", { 1, 2 }, false, false, 1 }),
     [](const testing::TestParamInfo<OptionRow>& info) { return std::string(info.param.name); });
-
-TEST(SelectedOption, NonExclusiveButtonsGiveTheFirstChecked)
-{
-    QWidget group;
-    QList<QAbstractButton*> buttons;
-    for (int index = 0; index < 3; ++index) {
-        auto* button = new QRadioButton(&group);
-        button->setAutoExclusive(false);
-        buttons.append(button);
-    }
-    buttons[1]->setChecked(true);
-    buttons[2]->setChecked(true);
-    EXPECT_EQ(Frame::SelectedOptionIndex(buttons), 1);
-}
 
 // ---- Window sizes ---------------------------------------------------------------------------
 
