@@ -50,6 +50,7 @@ struct BoxRow
     QMessageBox::StandardButtons expectedButtons;
     QMessageBox::StandardButton pressed;
     MessageAnswer expected;
+    bool untitled = false; // shown with the program's name as its title
 };
 
 class QtMessageBox : public testing::TestWithParam<BoxRow>
@@ -71,11 +72,13 @@ TEST_P(QtMessageBox, ShowsTheButtonsAndReturnsThePressedOne)
         box->button(row.pressed)->click();
     });
     Frame::QtPrompts prompts;
-    EXPECT_EQ(prompts.message(u"No Printers"_s, u"Print"_s, row.icon, row.buttons), row.expected);
+    EXPECT_EQ(prompts.message(
+                  u"No Printers"_s, row.untitled ? QString() : u"Print"_s, row.icon, row.buttons),
+        row.expected);
     EXPECT_EQ(shown, row.expectedButtons);
     EXPECT_EQ(icon, row.expectedIcon);
     EXPECT_EQ(text, u"No Printers"_s);
-    EXPECT_EQ(title, u"Print"_s);
+    EXPECT_EQ(title, row.untitled ? QGuiApplication::applicationDisplayName() : u"Print"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, QtMessageBox,
@@ -93,19 +96,10 @@ INSTANTIATE_TEST_SUITE_P(Rows, QtMessageBox,
             QMessageBox::Yes, MessageAnswer::Yes },
         BoxRow { "retry_cancel_no_icon", MessageIcon::None, MessageButtons::RetryCancel,
             QMessageBox::NoIcon, QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry,
-            MessageAnswer::Retry }),
+            MessageAnswer::Retry },
+        BoxRow { "untitled_shows_the_program_name", MessageIcon::None, MessageButtons::Ok,
+            QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok, MessageAnswer::Ok, true }),
     [](const testing::TestParamInfo<BoxRow>& info) { return std::string(info.param.name); });
-
-TEST(QtMessageBox, EmptyTitleShowsTheProgramName)
-{
-    QString title;
-    WhenShown<QMessageBox>([&](QMessageBox* box) {
-        title = box->windowTitle();
-        box->button(QMessageBox::Ok)->click();
-    });
-    Frame::QtPrompts().message(u"x"_s, QString(), MessageIcon::None, MessageButtons::Ok);
-    EXPECT_EQ(title, QGuiApplication::applicationDisplayName());
-}
 
 TEST(QtInputBox, ReturnsTheTypedText)
 {
