@@ -38,22 +38,7 @@ void MakeCardTables(Dao::Database& database)
     auto type = card->Fields(u"CardName"_s)->CreateProperty(u"FieldType"_s, DataType::Long, 0);
     card->Fields(u"CardName"_s)->Properties().Append(type);
 
-    auto keywords = database.CreateTableDef(u"KeyWords"_s);
-    auto keyId = keywords->CreateField(u"KeyID"_s, DataType::Long);
-    keyId->SetAttributes(Dao::AutoIncrementField);
-    keywords->Fields().Append(keyId);
-    keywords->Fields().Append(keywords->CreateField(u"KeyText"_s, DataType::Text, 20));
-    keywords->Fields().Append(keywords->CreateField(u"KeyPicture"_s, DataType::LongBinary));
-    auto byId = keywords->CreateIndex(u"KeyID"_s);
-    byId->SetPrimary(true);
-    byId->Fields().Append(byId->CreateField(u"KeyID"_s));
-    keywords->Indexes().Append(byId);
-    auto byText = keywords->CreateIndex(u"KeyText"_s);
-    byText->SetUnique(true);
-    byText->SetRequired(true);
-    byText->Fields().Append(byText->CreateField(u"KeyText"_s));
-    keywords->Indexes().Append(byText);
-    database.TableDefs().Append(keywords);
+    DaoTest::MakeKeywordTable(database);
 
     database.Properties().Append(database.CreateProperty(u"QBVersion"_s, DataType::Integer, 350));
 }
