@@ -113,13 +113,8 @@ TEST(PlayedPixels, OutlinesShrunkBelowAPixelStayOnePixelWide)
     EXPECT_EQ(image.pixel(20, 20), white);
 }
 
+// A solid fill of a rectangle is in the clip, state and transform rows.
 const PlaybackRow playbackRows[] = {
-    { "filledRectangle",
-        [](RecordingContext& c) {
-            fillWith(c, Red);
-            c.rectangle({ 20, 20, 60, 40 });
-        },
-        { { 40, 30, red }, { 10, 30, white }, { 40, 50, white } } },
     { "hollowRectangleShowsItsOutline",
         [](RecordingContext& c) {
             c.selectObject(c.createPen(widePen(4, Blue)));
