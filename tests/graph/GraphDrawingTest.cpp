@@ -1,4 +1,5 @@
 #include "GoldenFile.h"
+#include "RowFile.h"
 #include "TableRows.h"
 #include "frame/FrameSettings.h"
 #include "graph/Graph.h"
@@ -327,88 +328,61 @@ INSTANTIATE_TEST_SUITE_P(
 // ---------------------------------------------------------------------------------------------
 // Rules over many inputs
 
-struct TickRow
+// A row file's rows of data: ";" between rows, "," between cells.
+Rows DataOf(const RowFile::Row& row)
 {
-    const char* name;
     Rows rows;
-    QStringList ticks;
-};
+    for (const QString& line : row.list("data", u";"_s)) {
+        rows.emplace_back();
+        for (const QString& cell : line.split(u','))
+            rows.back().push_back(cell.toStdString());
+    }
+    return rows;
+}
 
-class TickLabels : public GraphDrawingTest, public testing::WithParamInterface<TickRow>
+class TickLabels : public RowFile::RowTest<GraphDrawingTest>
 {
 };
 
 TEST_P(TickLabels, ReadTheScale)
 {
     Graph graph;
-    Fill(graph, GetParam().rows);
-    EXPECT_EQ(UprightTexts(*graph.hMF()), GetParam().ticks);
+    Fill(graph, DataOf(row()));
+    EXPECT_EQ(UprightTexts(*graph.hMF()), row().list("ticks"));
 }
 
-// The scale's numbers are GraphScaleTest's; these rows are the labels' texts for decimals and
-// for numbers scaled by a factor.
-INSTANTIATE_TEST_SUITE_P(GraphDrawing, TickLabels,
-    testing::Values(TickRow { "negativeDecimalsStopAtZero", { { "a", "-1.5" }, { "b", "-0.5" } },
-                        { u"-1.5"_s, u"-1.2"_s, u"-0.9"_s, u"-0.6"_s, u"-0.3"_s, u"0"_s } },
-        TickRow { "decimals", { { "a", "0.25" }, { "b", "0.37" } },
-            { u"0"_s, u"0.05"_s, u"0.1"_s, u"0.15"_s, u"0.2"_s, u"0.25"_s, u"0.3"_s, u"0.35"_s,
-                u"0.4"_s } },
-        TickRow { "thousands", { { "a", "3700" }, { "b", "1200" } },
-            { u"0"_s, u"500"_s, u"1000"_s, u"1500"_s, u"2000"_s, u"2500"_s, u"3000"_s, u"3500"_s,
-                u"4000"_s } }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    GraphDrawing, TickLabels, RowFile::In("graph/ticks.rows"), RowFile::Named());
 
-struct LegendRow
-{
-    const char* name;
-    Rows rows;
-    std::int32_t graphType;
-    std::int32_t series;
-    bool displayLegend;
-    QStringList texts;
-    QList<std::int32_t> colours;
-};
-
-class Legend : public GraphDrawingTest, public testing::WithParamInterface<LegendRow>
+class Legend : public RowFile::RowTest<GraphDrawingTest>
 {
 };
 
 TEST_P(Legend, ListsEachEntryOnce)
 {
-    const LegendRow& row = GetParam();
     Graph graph;
-    Fill(graph, row.rows);
-    graph.GraphType(row.graphType);
-    graph.NumberOfDataSeries(row.series);
-    graph.DisplayLegend(row.displayLegend);
+    Fill(graph, DataOf(row()));
+    graph.GraphType(std::int32_t(
+        QStringList { u"bar"_s, u"pie"_s, u"line"_s, u"scatter"_s }.indexOf(row().text("type"))));
+    graph.NumberOfDataSeries(std::int32_t(row().whole("series")));
+    graph.DisplayLegend(row().flag("legend"));
     graph.hMF();
+    const QHash<QString, std::int32_t> colourNames { { u"cyan"_s, Cyan }, { u"red"_s, Red },
+        { u"yellow"_s, Yellow } };
     QStringList texts;
     QList<std::int32_t> colours;
+    QList<std::int32_t> expectedColours;
     for (const Ormsey::LegendEntry& entry : graph.LegendEntries) {
         texts << entry.text;
         colours << entry.colour;
     }
-    EXPECT_EQ(texts, row.texts);
-    EXPECT_EQ(colours, row.colours);
+    for (const QString& name : row().list("colours"))
+        expectedColours << colourNames.value(name, -1);
+    EXPECT_EQ(texts, row().list("entries"));
+    EXPECT_EQ(colours, expectedColours);
 }
 
-INSTANTIATE_TEST_SUITE_P(GraphDrawing, Legend,
-    testing::Values(LegendRow { "categoriesOfOneSeriesWithoutCaseRepeats",
-                        { { "Apples", "1" }, { "APPLES", "2" }, { "Pears", "3" } }, Graph::BarChart,
-                        1, true, { u"Apples"_s, u"Pears"_s }, { Cyan, Yellow } },
-        LegendRow { "seriesLabelsOfSeveralSeries",
-            { { "Apples", "1", "2" }, { "Pears", "3", "0" } }, Graph::BarChart, 2, true,
-            { u"Series 1"_s, u"Series 2"_s }, { Red, Yellow } },
-        LegendRow { "zeroBarsAddNothing", { { "Apples", "0" }, { "Pears", "3" } }, Graph::BarChart,
-            1, true, { u"Pears"_s }, { Red } },
-        LegendRow { "switchedOff", { { "Apples", "1" } }, Graph::BarChart, 1, false, {}, {} },
-        LegendRow { "lineGraphSeries", { { "Apples", "1", "2" } }, Graph::LineGraph, 2, true,
-            { u"Series 1"_s, u"Series 2"_s }, { Red, Yellow } },
-        LegendRow {
-            "scattergramHasNone", { { "Apples", "1", "2" } }, Graph::Scattergram, 2, true, {}, {} },
-        LegendRow { "pieCategories", { { "Apples", "1" }, { "Pears", "0" }, { "Plums", "3" } },
-            Graph::PieChart, 1, true, { u"Apples"_s, u"Plums"_s }, { Cyan, Red } }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(GraphDrawing, Legend, RowFile::In("graph/legend.rows"), RowFile::Named());
 
 struct MeasureRow
 {
