@@ -1,5 +1,6 @@
 #include "frame/ui/frmMDI.h"
 
+#include "RowFile.h"
 #include "TableRows.h"
 #include "TestDocument.h"
 #include "frame/DatabaseCompaction.h"
@@ -301,39 +302,27 @@ TEST_F(MainWindowTest, ChooserDisablesKindsWithoutWindows)
         EXPECT_EQ(chooser.Command1[index]->isEnabled(), index != 3) << index;
 }
 
-struct ChooserRow
-{
-    const char* name;
-    int button;
-    QString caption;
-};
-
-class ChooserTest : public MainWindowTest, public testing::WithParamInterface<ChooserRow>
+class ChooserTest : public RowFile::RowTest<MainWindowTest>
 {
 };
 
 TEST_P(ChooserTest, ButtonClosesTheChooserThenOpensANewDocument)
 {
-    WhenModalShows([button = GetParam().button](QWidget* modal) {
+    WhenModalShows([button = row().whole("button")](QWidget* modal) {
         auto* chooser = qobject_cast<Frame::frmNewFile*>(modal);
         ASSERT_NE(chooser, nullptr);
         QTest::mouseClick(chooser->Command1[button], Qt::LeftButton);
     });
     window->ShowNewFile();
-    EXPECT_EQ(captions(), QStringList { GetParam().caption });
+    EXPECT_EQ(captions(), QStringList { row().text("name") + u"- Untitled:1"_s });
     ASSERT_EQ(TestDocument::Made().size(), 1);
     ASSERT_EQ(TestDocument::Made()[0]->Arrivals.size(), 1);
     EXPECT_TRUE(TestDocument::Made()[0]->Arrivals[0].fileName.isEmpty());
     EXPECT_FALSE(TestDocument::Made()[0]->Arrivals[0].dialogShowing);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, ChooserTest,
-    testing::Values(ChooserRow { "Ormsey", 1, u"Ormsey- Untitled:1"_s },
-        ChooserRow { "Tillane", 2, u"Tillane- Untitled:1"_s },
-        ChooserRow { "Velkin", 3, u"Velkin- Untitled:1"_s },
-        ChooserRow { "Bramlet", 4, u"Bramlet- Untitled:1"_s },
-        ChooserRow { "Sprondle", 5, u"Sprondle- Untitled:1"_s }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ChooserTest, RowFile::In("frame/ui/newFileChooser.rows"), RowFile::Named());
 
 TEST_F(MainWindowTest, ChooserOpenButtonShowsTheOpenDialogWithAllFiles)
 {
