@@ -1,5 +1,6 @@
 #include "frame/ui/WidgetHelpers.h"
 
+#include "RowFile.h"
 #include "frame/FrameSettings.h"
 #include "frame/ui/PrinterList.h"
 #include "resources/StringTable.h"
@@ -214,40 +215,26 @@ protected:
     QPushButton ok;
 };
 
-struct PrinterListRow
-{
-    const char* name;
-    QStringList printers;
-    QString current;
-    bool pdfChosen;
-    int selected;
-};
-
-class PrinterListRows : public PrinterListTest, public testing::WithParamInterface<PrinterListRow>
+class PrinterListRows : public RowFile::RowTest<PrinterListTest>
 {
 };
 
 // Every list ends with "PDF File", so that a machine without a printer still prints.
 TEST_P(PrinterListRows, ListsThePrintersThenThePdfFileWithTheChoiceSelected)
 {
-    const PrinterListRow& row = GetParam();
-    Frame::FillPrinterList(&combo, &ok, row.printers, row.current, row.pdfChosen);
-    ASSERT_EQ(combo.count(), row.printers.size() + 1);
-    for (qsizetype index = 0; index < row.printers.size(); ++index)
-        EXPECT_EQ(combo.itemText(int(index)), row.printers[index]);
+    const QStringList printers = row().list("printers");
+    Frame::FillPrinterList(&combo, &ok, printers, row().text("current"), row().flag("pdfChosen"));
+    ASSERT_EQ(combo.count(), printers.size() + 1);
+    for (qsizetype index = 0; index < printers.size(); ++index)
+        EXPECT_EQ(combo.itemText(int(index)), printers[index]);
     EXPECT_EQ(combo.itemText(combo.count() - 1), u"PDF File"_s);
-    EXPECT_EQ(combo.currentIndex(), row.selected);
+    EXPECT_EQ(combo.currentIndex(), row().whole("selected"));
     EXPECT_TRUE(combo.isEnabled());
     EXPECT_TRUE(ok.isEnabled());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, PrinterListRows,
-    testing::Values(PrinterListRow { "current", { u"Office"_s, u"Room 4"_s, u"Library"_s },
-                        u"Room 4"_s, false, 1 },
-        PrinterListRow { "unknownCurrent", { u"Office"_s, u"Room 4"_s }, u"Gone"_s, false, 0 },
-        PrinterListRow { "pdfChosen", { u"Office"_s }, u"Office"_s, true, 1 },
-        PrinterListRow { "noPrinters", {}, QString(), false, 0 }),
-    [](const testing::TestParamInfo<PrinterListRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PrinterListRows, RowFile::In("frame/ui/printerList.rows"), RowFile::Named());
 
 TEST_F(PrinterListTest, ChoosingThePdfFileAndBackAgain)
 {
