@@ -370,49 +370,17 @@ double offEllipse(QPointF point, double flattening, double dropped)
     return std::abs(std::hypot(dx, dy) - 1) * 120 * flattening;
 }
 
-struct SectorRow
-{
-    const char* name;
-    QPoint start;
-    QPoint end;
-    double elevation;
-    std::size_t paths; // the wall, when it is seen, and the top
-};
-
-QPoint onCircle(double degrees)
-{
-    const double angle = degrees * std::numbers::pi / 180;
-    return { int(std::lrint(200 + 120 * std::cos(angle))),
-        int(std::lrint(200 - 120 * std::sin(angle))) };
-}
-
-// Sectors about (200, 200) with a pen and a blue brush, compared with
-// tests/data/graph/metafile/<row name>.trace.
-const SectorRow sectorRows[] = {
-    // One path: the centre, a line to 320,200, and arcs ending at 200,80.
-    { "flatSectorIsOnePathFromTheCentreAlongTheCircle", { 320, 200 }, { 200, 80 }, 0, 1 },
-    // The rim first in the brush darkened by 40, from nine o'clock round to six on the disc,
-    // down 42 and back; then the top face: the centre, 320,200, and the flattened arc to the
-    // moved end point 200,285.
-    { "tiltedSectorReachingTheLowerHalfGetsADarkerRimFirst", { 320, 200 }, { 200, 320 }, 45, 2 },
-    { "tiltedSectorInTheUpperHalfHasNoRim", { 320, 200 }, { 80, 200 }, 45, 1 },
-    // From 200 to 190 degrees: the rim's path has two parts, either side of three o'clock.
-    { "sectorGoingRoundPastThreeOClockHasTwoRimParts", onCircle(200), onCircle(190), 45, 2 },
-    // A path from 320,200 all the way round, with no line from the centre.
-    { "sectorWhoseStartIsItsEndIsTheWholeEllipse", { 320, 200 }, { 320, 200 }, 0, 1 },
-};
-
-class Sectors : public testing::TestWithParam<SectorRow>
+class Sectors : public RowFile::RowTest<>
 {
 protected:
     const Emf::Picture& draw()
     {
-        const SectorRow& row = GetParam();
+        const auto at = [&](const char* column) { return std::int32_t(row().whole(column)); };
         m_surface.OpenMF();
         m_surface.PenStyle(0);
         m_surface.BrushColour(0x2080E0);
-        m_surface.SectorMF(
-            200, 200, row.start.x(), row.start.y(), row.end.x(), row.end.y(), row.elevation);
+        m_surface.SectorMF(200, 200, at("startX"), at("startY"), at("endX"), at("endY"),
+            row().number("elevation"));
         m_surface.CloseMF();
         return *m_surface.hMF();
     }
@@ -424,7 +392,7 @@ TEST_P(Sectors, AreThoseOfTheGoldenTrace)
 {
     draw();
     EXPECT_TRUE(
-        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromLatin1(GetParam().name)),
+        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromStdString(row().name)),
             Golden::Lines(trace(m_surface))));
 }
 
@@ -432,11 +400,11 @@ TEST_P(Sectors, AreThoseOfTheGoldenTrace)
 // the wall, on that rim moved down by the wall's height.
 TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
 {
-    const double elevation = GetParam().elevation * std::numbers::pi / 180;
+    const double elevation = row().number("elevation") * std::numbers::pi / 180;
     const double flattening = std::cos(elevation);
     const double wall = std::lrint(60 * std::sin(elevation));
     const auto paths = sampledPaths(draw());
-    ASSERT_EQ(paths.size(), GetParam().paths);
+    ASSERT_EQ(paths.size(), std::size_t(row().whole("paths")));
     for (const std::vector<QPointF>& path : paths) {
         for (std::size_t index = 0; index < path.size(); ++index) {
             if (path[index] == QPointF(200, 200))
@@ -449,6 +417,7 @@ TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(MetaFileTest, Sectors, testing::ValuesIn(sectorRows), TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    MetaFileTest, Sectors, RowFile::In("graph/metafile/sectors.rows"), RowFile::Named());
 
 } // namespace
