@@ -54,64 +54,43 @@ TEST(SetMenuCaptions, TakesConsecutiveStringsAndMarksSeparators)
 
 // ---- Control captions from their tags -------------------------------------------------------
 
-// A print dialog laid out as its form file would have it, every caption still a placeholder.
-struct PrintDialog
+template <typename Widget> Widget* Tagged(Widget* widget, const QVariant& tag, QLayout* layout)
 {
-    PrintDialog()
-    {
-        dialog.setProperty("Tag", u"2"_s); // a document slot, not a caption
-        dialog.setWindowTitle(u"Print"_s);
-        auto* layout = new QVBoxLayout(&dialog);
-        printersLabel = Tagged(new QLabel(u"?"_s), 1015, layout);
-        orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
-        auto* orientationLayout = new QVBoxLayout(orientation);
-        landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, orientationLayout);
-        tabs = new QTabWidget;
-        layout->addWidget(tabs);
-        rangePage = new QWidget;
-        rangePage->setProperty("Tag", 911);
-        tabs->addTab(rangePage, u"?"_s);
-        ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
-        wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
-        noTag = new QLabel(u"keep"_s);
-        layout->addWidget(noTag);
-        missingText = Tagged(new QLabel(u"?"_s), 99999, layout);
-    }
+    widget->setProperty("Tag", tag);
+    layout->addWidget(widget);
+    return widget;
+}
 
-    template <typename Widget>
-    static Widget* Tagged(Widget* widget, const QVariant& tag, QLayout* layout)
-    {
-        widget->setProperty("Tag", tag);
-        layout->addWidget(widget);
-        return widget;
-    }
-
-    QDialog dialog;
-    QLabel* printersLabel;
-    QGroupBox* orientation;
-    QRadioButton* landscape;
-    QTabWidget* tabs;
-    QWidget* rangePage;
-    QPushButton* ok;
-    QLabel* wordTag;
-    QLabel* noTag;
-    QLabel* missingText;
-};
-
+// A print dialog laid out as its form file would have it, every caption still a placeholder.
 TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
 {
-    PrintDialog print;
-    Frame::LocaliseControls(&print.dialog);
-    EXPECT_EQ(print.printersLabel->text(), u"Printer:"_s);
-    EXPECT_EQ(print.orientation->title(), u"&Orientation"_s);
-    EXPECT_EQ(print.landscape->text(), u"&Landscape"_s);
-    EXPECT_EQ(print.rangePage->windowTitle(), u"Range"_s);
-    EXPECT_EQ(print.ok->text(), u"OK"_s);
-    EXPECT_EQ(print.missingText->text(), u"ERROR"_s);
+    QDialog dialog;
+    dialog.setProperty("Tag", u"2"_s); // a document slot, not a caption
+    dialog.setWindowTitle(u"Print"_s);
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* printers = Tagged(new QLabel(u"?"_s), 1015, layout);
+    auto* orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
+    auto* landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, new QVBoxLayout(orientation));
+    auto* tabs = Tagged(new QTabWidget, QVariant(), layout);
+    auto* rangePage = new QWidget;
+    rangePage->setProperty("Tag", 911);
+    tabs->addTab(rangePage, u"?"_s);
+    auto* ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
+    auto* wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
+    auto* noTag = Tagged(new QLabel(u"keep"_s), QVariant(), layout);
+    auto* missingText = Tagged(new QLabel(u"?"_s), 99999, layout);
+
+    Frame::LocaliseControls(&dialog);
+    EXPECT_EQ(printers->text(), u"Printer:"_s);
+    EXPECT_EQ(orientation->title(), u"&Orientation"_s);
+    EXPECT_EQ(landscape->text(), u"&Landscape"_s);
+    EXPECT_EQ(rangePage->windowTitle(), u"Range"_s);
+    EXPECT_EQ(ok->text(), u"OK"_s);
+    EXPECT_EQ(missingText->text(), u"ERROR"_s);
     // Untagged controls, tags that are no number and the window's own title stay.
-    EXPECT_EQ(print.wordTag->text(), u"keep"_s);
-    EXPECT_EQ(print.noTag->text(), u"keep"_s);
-    EXPECT_EQ(print.dialog.windowTitle(), u"Print"_s);
+    EXPECT_EQ(wordTag->text(), u"keep"_s);
+    EXPECT_EQ(noTag->text(), u"keep"_s);
+    EXPECT_EQ(dialog.windowTitle(), u"Print"_s);
     Frame::LocaliseControls(nullptr);
 }
 
