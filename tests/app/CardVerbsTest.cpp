@@ -1,3 +1,4 @@
+#include "RowFile.h"
 #include "VerbTestSupport.h"
 
 #include <QFile>
@@ -57,19 +58,10 @@ TEST_F(CardVerbs, LabelsNameTheStartingFieldsSoImportFindsThem)
         u"Polly\n"_s);
 }
 
-struct ExportRow
-{
-    const char* name;
-    QStringList options;
-    QByteArray written;
-};
-
-class CardExports : public CardVerbs, public testing::WithParamInterface<ExportRow>
+class CardExports : public RowFile::RowTest<CardVerbs>
 {
 };
 
-// The view is the file's unless given; --fields names items in any order and case, and they
-// are written in the list's order.
 TEST_P(CardExports, WriteTheChosenItems)
 {
     ASSERT_EQ(cards({ u"new"_s, u"@/class.qnd"_s, u"--view"_s, u"2"_s, u"--labels"_s,
@@ -79,22 +71,13 @@ TEST_P(CardExports, WriteTheChosenItems)
     write(u"pets.csv"_s, "Name,Pet,Colour\r\nRex,dog,brown\r\n");
     ASSERT_EQ(cards({ u"import"_s, u"@/class.qnd"_s, u"@/pets.csv"_s }).status, 0);
     const CliTest::Outcome outcome
-        = cards(QStringList { u"export"_s, u"@/class.qnd"_s, u"@/out.csv"_s } + GetParam().options);
+        = cards(QStringList { u"export"_s, u"@/class.qnd"_s, u"@/out.csv"_s }
+            + row().list("options", u" | "_s));
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_EQ(read(path(u"out.csv"_s)), GetParam().written);
+    EXPECT_EQ(read(path(u"out.csv"_s)), row().bytes("written"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, CardExports,
-    testing::Values(ExportRow { "viewOfTheFile", {},
-                        "\"Card Name\",\"Key Pictures\"\r\n\"Rex\",\"\",\"\",\"\",\"\",\"\",\"\"" },
-        ExportRow { "viewGiven", { u"--view"_s, u"4"_s },
-            "\"Card Name\",\"Name2\",\"Pet\",\"Colour\",\"Field Label\",\"Field Label\","
-            "\"Field Label\"\r\n\"Rex\",\"\",\"dog\",\"brown\",\"\",\"\",\"\"" },
-        ExportRow { "fieldsNamed", { u"--view"_s, u"4"_s, u"--fields"_s, u"colour,Pet"_s },
-            "\"Card Name\",\"Pet\",\"Colour\"\r\n\"Rex\",\"dog\",\"brown\"" },
-        ExportRow { "noFieldsNamed", { u"--view"_s, u"4"_s, u"--fields"_s, QString() },
-            "\"Card Name\"\r\n\"Rex\"" }),
-    [](const testing::TestParamInfo<ExportRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, CardExports, RowFile::In("app/cardExports.rows"), RowFile::Named());
 
 TEST_F(CardVerbs, CompactWithoutATemporaryFolderSaysSo)
 {
@@ -115,7 +98,7 @@ TEST_F(CardVerbs, CompactWithoutATemporaryFolderSaysSo)
 }
 
 // A card added as if typed into the window and saved, then shown as the Sprondle view shows
-// it; refusals carry the window's message on one line and leave the file as it was.
+// it. Its refusals (the window's messages, on one line) are rows of refusals.rows.
 TEST_F(CardVerbs, AddTypesIntoTheFieldsAndShowPrintsTheCard)
 {
     ASSERT_EQ(cards({ u"new"_s, u"@/pets.qnd"_s, u"--labels"_s, u"Animal,Legs"_s }).status, 0);
@@ -127,29 +110,6 @@ TEST_F(CardVerbs, AddTypesIntoTheFieldsAndShowPrintsTheCard)
     EXPECT_EQ(shown.out,
         u"Name\tRex\nAnimal\tDog\nLegs\t007\nField Label\t\nField Label\t\n"
         u"Field Label\t\nField Label\t\n"_s);
-
-    const QMap<QString, QByteArray> before = snapshot();
-    const struct
-    {
-        QStringList words;
-        int status;
-        QString err;
-    } refusals[] = {
-        { { u"add"_s, u"@/pets.qnd"_s, u"REX"_s }, 1,
-            u"There is already a record with this name. You cannot have two records with the "
-            u"same name.\n"_s },
-        { { u"add"_s, u"@/pets.qnd"_s, u" "_s }, 1, u"You cannot have an empty name field\n"_s },
-        { { u"add"_s, u"@/pets.qnd"_s, u"Polly"_s, u"Wings=2"_s }, 64,
-            u"quorbin-cli cards add: no field labelled \"Wings\"\n"_s },
-        { { u"show"_s, u"@/pets.qnd"_s, u"Polly"_s }, 1,
-            u"quorbin-cli cards show: no card named \"Polly\"\n"_s },
-    };
-    for (const auto& refusal : refusals) {
-        const CliTest::Outcome outcome = cards(refusal.words);
-        EXPECT_EQ(outcome.status, refusal.status) << refusal.words.join(u' ').toStdString();
-        EXPECT_EQ(outcome.err, refusal.err);
-    }
-    EXPECT_EQ(snapshot(), before);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "RowFile.h"
 #include "VerbTestSupport.h"
 #include "sheet/Sheet.h"
 #include "sheet/SheetFile.h"
@@ -43,38 +44,21 @@ TEST_F(SheetVerbs, SetOnAConvertedSheetRecalculatesAndSaves)
     EXPECT_EQ(read(path(u"copy.QNC"_s)), read(qnc));
 }
 
-struct ConvertRow
-{
-    const char* name;
-    QString input;
-    QByteArray bytes;
-    QString output;
-    QByteArray written;
-    QString err = {};
-};
-
-class SheetConversions : public SheetVerbs, public testing::WithParamInterface<ConvertRow>
+class SheetConversions : public RowFile::RowTest<SheetVerbs>
 {
 };
 
-// Text in is entered as typed; text out is the shown texts, unquoted, so a text holding the
-// separator gains a field.
 TEST_P(SheetConversions, WriteTheShownTexts)
 {
-    const ConvertRow& row = GetParam();
+    const QString input = write(row().text("input"), row().bytes("bytes"));
     const CliTest::Outcome outcome
-        = RunCli({ u"sheet"_s, u"convert"_s, write(row.input, row.bytes), path(row.output) });
+        = RunCli({ u"sheet"_s, u"convert"_s, input, path(row().text("output")) });
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.err, row.err);
-    EXPECT_EQ(read(path(row.output)), row.written);
+    EXPECT_EQ(outcome.err, row().text("err"));
+    EXPECT_EQ(read(path(row().text("output"))), row().bytes("written"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SheetConversions,
-    testing::Values(ConvertRow { "csvToTabs", u"in.csv"_s, "50%,=A1*2,\"x,y\"\n", u"out.txt"_s,
-                        "50%\t1\tx,y\r\n" },
-        ConvertRow { "tabsToCsv", u"in.txt"_s, "50%\t1\tx,y\r\n", u"out.csv"_s, "50%,1,x,y\r\n" },
-        ConvertRow { "refusedEntryIsToldAndTheRestKept", u"in.csv"_s, "=A1,7\n", u"out.csv"_s,
-            ",7\r\n", u"A1: Circular cell reference\n"_s }),
-    [](const testing::TestParamInfo<ConvertRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SheetConversions, RowFile::In("app/sheetConversions.rows"), RowFile::Named());
 
 } // namespace

@@ -1,11 +1,13 @@
 #include "graph/GraphDocument.h"
 
+#include "RowFile.h"
 #include "frame/FrameSettings.h"
 #include "frame/support/ScriptedPrompts.h"
 #include "graph/Graph.h"
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -153,45 +155,31 @@ TEST_F(GraphDocumentTest, AFailedSaveIsReportedAndKeepsTheChanges)
     EXPECT_TRUE(document.FileName().isEmpty());
 }
 
-struct AskRow
-{
-    const char* name;
-    MessageAnswer answer;
-    bool saveDialogAnswered; // Yes goes on to the save dialog
-    bool mayClose;
-    bool changedAfter;
-    bool fileWritten;
-};
-
-class GraphDocumentAskTest : public GraphDocumentTest, public testing::WithParamInterface<AskRow>
+class GraphDocumentAskTest : public RowFile::RowTest<GraphDocumentTest>
 {
 };
 
 TEST_P(GraphDocumentAskTest, TheQuestionBeforeClosing)
 {
-    const AskRow& row = GetParam();
+    const QHash<QString, MessageAnswer> answers { { u"Yes"_s, MessageAnswer::Yes },
+        { u"No"_s, MessageAnswer::No }, { u"Cancel"_s, MessageAnswer::Cancel } };
     document.SetCell(0, 1, u"3"_s);
-    prompts.answerMessage(row.answer);
-    if (row.answer == MessageAnswer::Yes) {
-        if (row.saveDialogAnswered)
-            prompts.answerSaveFile(Frame::FileChoice { PathIn(u"closing.qnp"_s), 1 });
-        else
-            prompts.answerSaveFile(std::nullopt);
+    prompts.answerMessage(answers.value(row().text("answer")));
+    if (row().text("answer") == u"Yes") {
+        prompts.answerSaveFile(row().flag("saveDialogAnswered")
+                ? std::optional(Frame::FileChoice { PathIn(u"closing.qnp"_s), 1 })
+                : std::nullopt);
     }
-    EXPECT_EQ(document.AskToSave(), row.mayClose);
+    EXPECT_EQ(document.AskToSave(), row().flag("mayClose"));
     EXPECT_EQ(prompts.calls().at(0).text,
         u"This graph has not been saved.\nDo you wish to save your data?"_s);
     EXPECT_EQ(prompts.calls().at(0).buttons, Frame::MessageButtons::YesNoCancel);
-    EXPECT_EQ(document.IsChanged(), row.changedAfter);
-    EXPECT_EQ(QFile::exists(PathIn(u"closing.qnp"_s)), row.fileWritten);
+    EXPECT_EQ(document.IsChanged(), row().flag("changedAfter"));
+    EXPECT_EQ(QFile::exists(PathIn(u"closing.qnp"_s)), row().flag("fileWritten"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, GraphDocumentAskTest,
-    testing::Values(AskRow { "yesSaves", MessageAnswer::Yes, true, true, false, true },
-        AskRow { "yesButDialogCancelled", MessageAnswer::Yes, false, false, true, false },
-        AskRow { "noDropsTheChanges", MessageAnswer::No, false, true, false, false },
-        AskRow { "cancelKeepsTheGraph", MessageAnswer::Cancel, false, false, true, false }),
-    [](const testing::TestParamInfo<AskRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, GraphDocumentAskTest, RowFile::In("graph/documentAsks.rows"), RowFile::Named());
 
 TEST_F(GraphDocumentTest, AnUnchangedGraphClosesWithoutAQuestion)
 {
@@ -233,14 +221,7 @@ TEST_F(GraphDocumentTest, EveryCommandNotifiesOnceAndOnlyRealChangesMarkTheDocum
     EXPECT_TRUE(fresh.IsChanged());
 }
 
-struct DropRow
-{
-    const char* name;
-    QStringList files;
-    bool accepted;
-};
-
-class GraphDocumentDropTest : public testing::TestWithParam<DropRow>
+class GraphDocumentDropTest : public RowFile::RowTest<>
 {
 };
 
@@ -248,66 +229,46 @@ TEST_P(GraphDocumentDropTest, OnlyOneGraphFileIsAccepted)
 {
     QMimeData data;
     QList<QUrl> urls;
-    for (const QString& file : GetParam().files)
+    for (const QString& file : row().list("files"))
         urls.append(QUrl::fromLocalFile(u"/tmp/"_s + file));
     if (!urls.isEmpty())
         data.setUrls(urls);
     else
         data.setText(u"pets.qnp"_s);
-    EXPECT_EQ(GraphDocument::DroppedGraphFile(&data).has_value(), GetParam().accepted);
+    EXPECT_EQ(GraphDocument::DroppedGraphFile(&data).has_value(), row().flag("accepted"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, GraphDocumentDropTest,
-    testing::Values(DropRow { "oneGraphFile", { u"pets.qnp"_s }, true },
-        DropRow { "upperCaseEnding", { u"PETS.QNP"_s }, true },
-        DropRow { "twoGraphFiles", { u"a.qnp"_s, u"b.qnp"_s }, false },
-        DropRow { "sheetFile", { u"pets.qnc"_s }, false }, DropRow { "noFiles", {}, false }),
-    [](const testing::TestParamInfo<DropRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, GraphDocumentDropTest, RowFile::In("graph/documentDrops.rows"), RowFile::Named());
 
-struct ExportRow
-{
-    const char* name;
-    const char* fileName;
-    int filterIndex;
-    const char* writtenName; // empty: the dialog was cancelled
-    QByteArray signature; // at offset 40 for metafiles, else at the start
-};
-
-class GraphDocumentExportTest : public GraphDocumentTest,
-                                public testing::WithParamInterface<ExportRow>
+class GraphDocumentExportTest : public RowFile::RowTest<GraphDocumentTest>
 {
 };
 
 TEST_P(GraphDocumentExportTest, ExportWritesTheChosenKind)
 {
-    const ExportRow& row = GetParam();
+    const QString chosen = row().text("chosen");
+    const QString written = row().text("written");
+    const QByteArray signature = row().bytes("signature");
     document.SetCell(0, 0, u"Apples"_s);
     document.SetCell(0, 1, u"12"_s);
-    if (*row.fileName == '\0')
-        prompts.answerSaveFile(std::nullopt);
-    else
-        prompts.answerSaveFile(
-            Frame::FileChoice { PathIn(QString::fromUtf8(row.fileName)), row.filterIndex });
-    EXPECT_EQ(document.Export(), *row.writtenName != '\0');
+    prompts.answerSaveFile(chosen.isEmpty()
+            ? std::nullopt
+            : std::optional(Frame::FileChoice { PathIn(chosen), int(row().whole("filterIndex")) }));
+    EXPECT_EQ(document.Export(), !written.isEmpty());
     EXPECT_TRUE(prompts.calls().at(0).file.filter.startsWith(
         u"Windows Enhanced Metafiles (*.emf)|*.emf|"_s));
     const QStringList files = QDir(folder.path()).entryList(QDir::Files);
-    if (*row.writtenName == '\0') {
-        EXPECT_TRUE(files.isEmpty());
+    ASSERT_EQ(files, written.isEmpty() ? QStringList() : QStringList { written });
+    if (written.isEmpty())
         return;
-    }
-    ASSERT_EQ(files, QStringList { QString::fromUtf8(row.writtenName) });
-    QFile written(PathIn(files[0]));
-    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    const qsizetype at = row.signature == " EMF" ? 40 : 0;
-    EXPECT_EQ(written.readAll().mid(at, row.signature.size()), row.signature);
+    QFile file(PathIn(written));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const qsizetype at = signature == " EMF" ? 40 : 0;
+    EXPECT_EQ(file.readAll().mid(at, signature.size()), signature);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, GraphDocumentExportTest,
-    testing::Values(ExportRow { "cancelled", "", 1, "", {} },
-        ExportRow { "emfByFilter", "g", 1, "g.emf", " EMF" },
-        ExportRow { "pngByFilter", "g", 2, "g.png", "\x89PNG" },
-        ExportRow { "pdf", "g.pdf", 4, "g.pdf", "%PDF" }),
-    [](const testing::TestParamInfo<ExportRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, GraphDocumentExportTest, RowFile::In("graph/documentExports.rows"), RowFile::Named());
 
 } // namespace

@@ -1,14 +1,12 @@
 #include "GoldenFile.h"
+#include "RowFile.h"
 #include "TableRows.h"
-#include "frame/Colours.h"
 #include "frame/FrameSettings.h"
 #include "graph/Graph.h"
 #include "graph/MetaFile.h"
-#include "platform/emf/Player.h"
 #include "platform/emf/RecordTrace.h"
 
 #include <QHash>
-#include <QImage>
 #include <array>
 #include <functional>
 #include <gtest/gtest.h>
@@ -25,7 +23,6 @@ using TestRows::PrintTo;
 constexpr std::int32_t Cyan = 0xFFFF00; // the series colours in the program's 0x00BBGGRR order
 constexpr std::int32_t Red = 0x0000FF;
 constexpr std::int32_t Yellow = 0x00FFFF;
-constexpr std::int32_t LightBlue = 0xE6D8AD;
 
 using Rows = std::vector<std::vector<std::string>>;
 
@@ -331,98 +328,61 @@ INSTANTIATE_TEST_SUITE_P(
 // ---------------------------------------------------------------------------------------------
 // Rules over many inputs
 
-struct TickRow
+// A row file's rows of data: ";" between rows, "," between cells.
+Rows DataOf(const RowFile::Row& row)
 {
-    const char* name;
     Rows rows;
-    QStringList ticks;
-};
+    for (const QString& line : row.list("data", u";"_s)) {
+        rows.emplace_back();
+        for (const QString& cell : line.split(u','))
+            rows.back().push_back(cell.toStdString());
+    }
+    return rows;
+}
 
-class TickLabels : public GraphDrawingTest, public testing::WithParamInterface<TickRow>
+class TickLabels : public RowFile::RowTest<GraphDrawingTest>
 {
 };
 
 TEST_P(TickLabels, ReadTheScale)
 {
     Graph graph;
-    Fill(graph, GetParam().rows);
-    EXPECT_EQ(UprightTexts(*graph.hMF()), GetParam().ticks);
+    Fill(graph, DataOf(row()));
+    EXPECT_EQ(UprightTexts(*graph.hMF()), row().list("ticks"));
 }
 
-INSTANTIATE_TEST_SUITE_P(GraphDrawing, TickLabels,
-    testing::Values(
-        TickRow { "wholeNumbersToThirtySeven", { { "a", "37" }, { "b", "12" } },
-            { u"0"_s, u"5"_s, u"10"_s, u"15"_s, u"20"_s, u"25"_s, u"30"_s, u"35"_s, u"40"_s } },
-        TickRow { "smallWholeNumbersReachTen", { { "a", "3" }, { "b", "7" } },
-            { u"0"_s, u"2"_s, u"4"_s, u"6"_s, u"8"_s, u"10"_s } },
-        // Empty cells read 0, so the top of negative data is 0, and whole numbers get 10.
-        TickRow { "negativeOnlyKeepsATopOfTen", { { "a", "-17" }, { "b", "-3" } },
-            { u"-20"_s, u"-18"_s, u"-16"_s, u"-14"_s, u"-12"_s, u"-10"_s, u"-8"_s, u"-6"_s, u"-4"_s,
-                u"-2"_s, u"0"_s, u"2"_s, u"4"_s, u"6"_s, u"8"_s, u"10"_s } },
-        TickRow { "negativeDecimalsStopAtZero", { { "a", "-1.5" }, { "b", "-0.5" } },
-            { u"-1.5"_s, u"-1.2"_s, u"-0.9"_s, u"-0.6"_s, u"-0.3"_s, u"0"_s } },
-        TickRow { "decimals", { { "a", "0.25" }, { "b", "0.37" } },
-            { u"0"_s, u"0.05"_s, u"0.1"_s, u"0.15"_s, u"0.2"_s, u"0.25"_s, u"0.3"_s, u"0.35"_s,
-                u"0.4"_s } },
-        TickRow { "thousands", { { "a", "3700" }, { "b", "1200" } },
-            { u"0"_s, u"500"_s, u"1000"_s, u"1500"_s, u"2000"_s, u"2500"_s, u"3000"_s, u"3500"_s,
-                u"4000"_s } },
-        TickRow { "negativeBarsReadFromMinusTwenty", { { "Loss", "-20" }, { "Gain", "28" } },
-            { u"-20"_s, u"-15"_s, u"-10"_s, u"-5"_s, u"0"_s, u"5"_s, u"10"_s, u"15"_s, u"20"_s,
-                u"25"_s, u"30"_s } }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    GraphDrawing, TickLabels, RowFile::In("graph/ticks.rows"), RowFile::Named());
 
-struct LegendRow
-{
-    const char* name;
-    Rows rows;
-    std::int32_t graphType;
-    std::int32_t series;
-    bool displayLegend;
-    QStringList texts;
-    QList<std::int32_t> colours;
-};
-
-class Legend : public GraphDrawingTest, public testing::WithParamInterface<LegendRow>
+class Legend : public RowFile::RowTest<GraphDrawingTest>
 {
 };
 
 TEST_P(Legend, ListsEachEntryOnce)
 {
-    const LegendRow& row = GetParam();
     Graph graph;
-    Fill(graph, row.rows);
-    graph.GraphType(row.graphType);
-    graph.NumberOfDataSeries(row.series);
-    graph.DisplayLegend(row.displayLegend);
+    Fill(graph, DataOf(row()));
+    graph.GraphType(std::int32_t(
+        QStringList { u"bar"_s, u"pie"_s, u"line"_s, u"scatter"_s }.indexOf(row().text("type"))));
+    graph.NumberOfDataSeries(std::int32_t(row().whole("series")));
+    graph.DisplayLegend(row().flag("legend"));
     graph.hMF();
+    const QHash<QString, std::int32_t> colourNames { { u"cyan"_s, Cyan }, { u"red"_s, Red },
+        { u"yellow"_s, Yellow } };
     QStringList texts;
     QList<std::int32_t> colours;
+    QList<std::int32_t> expectedColours;
     for (const Ormsey::LegendEntry& entry : graph.LegendEntries) {
         texts << entry.text;
         colours << entry.colour;
     }
-    EXPECT_EQ(texts, row.texts);
-    EXPECT_EQ(colours, row.colours);
+    for (const QString& name : row().list("colours"))
+        expectedColours << colourNames.value(name, -1);
+    EXPECT_EQ(texts, row().list("entries"));
+    EXPECT_EQ(colours, expectedColours);
 }
 
-INSTANTIATE_TEST_SUITE_P(GraphDrawing, Legend,
-    testing::Values(LegendRow { "categoriesOfOneSeriesWithoutCaseRepeats",
-                        { { "Apples", "1" }, { "APPLES", "2" }, { "Pears", "3" } }, Graph::BarChart,
-                        1, true, { u"Apples"_s, u"Pears"_s }, { Cyan, Yellow } },
-        LegendRow { "seriesLabelsOfSeveralSeries",
-            { { "Apples", "1", "2" }, { "Pears", "3", "0" } }, Graph::BarChart, 2, true,
-            { u"Series 1"_s, u"Series 2"_s }, { Red, Yellow } },
-        LegendRow { "zeroBarsAddNothing", { { "Apples", "0" }, { "Pears", "3" } }, Graph::BarChart,
-            1, true, { u"Pears"_s }, { Red } },
-        LegendRow { "switchedOff", { { "Apples", "1" } }, Graph::BarChart, 1, false, {}, {} },
-        LegendRow { "lineGraphSeries", { { "Apples", "1", "2" } }, Graph::LineGraph, 2, true,
-            { u"Series 1"_s, u"Series 2"_s }, { Red, Yellow } },
-        LegendRow {
-            "scattergramHasNone", { { "Apples", "1", "2" } }, Graph::Scattergram, 2, true, {}, {} },
-        LegendRow { "pieCategories", { { "Apples", "1" }, { "Pears", "0" }, { "Plums", "3" } },
-            Graph::PieChart, 1, true, { u"Apples"_s, u"Plums"_s }, { Cyan, Red } }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(GraphDrawing, Legend, RowFile::In("graph/legend.rows"), RowFile::Named());
 
 struct MeasureRow
 {
@@ -455,19 +415,5 @@ INSTANTIATE_TEST_SUITE_P(GraphDrawing, LongCategoryLabel,
                         u"Average daily rainfall in the wettest month"_s },
         MeasureRow { "lineGraph", Graph::LineGraph, u"Pupils walking to school in spring"_s }),
     TestRows::Named());
-
-// ---------------------------------------------------------------------------------------------
-// Played back
-
-TEST_F(GraphDrawingTest, PlayedBarChartShowsBarsOnThePanel)
-{
-    Graph graph;
-    Fill(graph, fruit);
-    const QImage image = Emf::RenderPicture(*graph.hMF(), QSize(graph.Width(), graph.Height()));
-    EXPECT_EQ(image.pixelColor(130, 300), Frame::ColourFromValue(Cyan)); // inside the first bar
-    EXPECT_EQ(image.pixelColor(230, 200), Frame::ColourFromValue(Red)); // the tall second bar
-    EXPECT_EQ(image.pixelColor(330, 200), Frame::ColourFromValue(LightBlue)); // above the third
-    EXPECT_EQ(image.pixelColor(30, 380), QColor(Qt::white)); // outside the plot
-}
 
 } // namespace

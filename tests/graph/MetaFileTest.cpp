@@ -1,16 +1,13 @@
 #include "graph/MetaFile.h"
 
 #include "GoldenFile.h"
+#include "RowFile.h"
 #include "TableRows.h"
-#include "frame/Colours.h"
-#include "platform/emf/Player.h"
 #include "platform/emf/RecordReader.h"
 #include "platform/emf/RecordTrace.h"
-#include "platform/emf/TextMetrics.h"
 #include "platform/runtime/Error.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <QPointF>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -180,70 +177,50 @@ TEST(MetaFileTest, DescriptionIsTheMakersNameAndANull)
     MetaFile surface;
     surface.OpenMF();
     surface.CloseMF();
-    const Emf::PictureHeader& header = surface.hMF()->header();
-    EXPECT_EQ(header.description, u"Pellimore"_s + QChar(0));
-    EXPECT_EQ(header.description.size(), 10);
+    EXPECT_EQ(surface.hMF()->header().description, u"Pellimore"_s + QChar(0));
 }
 
-struct FontNameRow
+// Font names of 32 characters or more and polygons of more than 19 points (or fewer numbers
+// than points) are refused with error 9, which the caller turns into its message.
+struct LimitRow
 {
     const char* name;
-    int length;
+    std::function<void(MetaFile&)> call;
     bool refused;
 };
 
-class FontNameLength : public testing::TestWithParam<FontNameRow>
+class Limits : public testing::TestWithParam<LimitRow>
 {
 };
 
-TEST_P(FontNameLength, OfThirtyTwoOrMoreIsRefusedWithErrorNine)
+TEST_P(Limits, AreRefusedWithErrorNine)
 {
     MetaFile surface;
     surface.OpenMF();
-    const QString name(GetParam().length, u'N');
-    if (!GetParam().refused) {
-        EXPECT_NO_THROW(surface.FontName(name));
-        return;
-    }
     try {
-        surface.FontName(name);
-        FAIL() << "accepted";
+        GetParam().call(surface);
+        EXPECT_FALSE(GetParam().refused) << "accepted";
     } catch (const Runtime::Error& error) {
+        EXPECT_TRUE(GetParam().refused);
         EXPECT_EQ(error.number(), 9);
     }
 }
 
-const FontNameRow fontNameRows[] = {
-    { "empty", 0, false },
-    { "thirtyOne", 31, false },
-    { "thirtyTwo", 32, true },
-    { "forty", 40, true },
+const std::vector<std::int32_t> sixtyNumbers(60, 1);
+
+const LimitRow limitRows[] = {
+    { "emptyFontName", [](MetaFile& m) { m.FontName(QString()); }, false },
+    { "fontNameOf31", [](MetaFile& m) { m.FontName(QString(31, u'N')); }, false },
+    { "fontNameOf32", [](MetaFile& m) { m.FontName(QString(32, u'N')); }, true },
+    { "fontNameOf40", [](MetaFile& m) { m.FontName(QString(40, u'N')); }, true },
+    { "polygonOf19", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, 19); }, false },
+    { "polygonOf20", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, 20); }, true },
+    { "polygonOfMinusOne", [](MetaFile& m) { m.PolygonMF(sixtyNumbers, -1); }, true },
+    { "polygonOfTooFewNumbers",
+        [](MetaFile& m) { m.PolygonMF(std::span(sixtyNumbers).first(5), 3); }, true },
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    MetaFileTest, FontNameLength, testing::ValuesIn(fontNameRows), TestRows::Named());
-
-TEST(MetaFileTest, PolygonOfMoreThanNineteenPointsIsRefusedWithErrorNine)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    const std::vector<std::int32_t> points(60, 1);
-    EXPECT_NO_THROW(surface.PolygonMF(points, 19));
-    for (int count : { 20, -1 }) {
-        try {
-            surface.PolygonMF(points, count);
-            ADD_FAILURE() << "accepted " << count;
-        } catch (const Runtime::Error& error) {
-            EXPECT_EQ(error.number(), 9);
-        }
-    }
-    try {
-        surface.PolygonMF(std::span(points).first(5), 3);
-        ADD_FAILURE() << "accepted too few numbers";
-    } catch (const Runtime::Error& error) {
-        EXPECT_EQ(error.number(), 9);
-    }
-}
+INSTANTIATE_TEST_SUITE_P(MetaFileTest, Limits, testing::ValuesIn(limitRows), TestRows::Named());
 
 TEST(MetaFileTest, PolygonKeepsTheCallersPath)
 {
@@ -266,84 +243,32 @@ TEST(MetaFileTest, PolygonKeepsTheCallersPath)
         u"graph/metafile/polygonKeepsTheCallersPath.trace"_s, Golden::Lines(trace(surface))));
 }
 
-TEST(MetaFileTest, TextSizeIsThatOfTheAppliedFontInReferencePixels)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    surface.FontName(u"Arial"_s);
-    surface.FontSize(10);
-    Emf::LogFont font;
-    font.height = -13;
-    font.faceName = u"Arial"_s;
-    const Emf::SizeL expected = Emf::MeasureText(font, u"Population"_s);
-    EXPECT_EQ(surface.GetTextWidth(u"Population"_s), expected.cx);
-    EXPECT_EQ(surface.GetTextHeight(u"Population"_s), expected.cy);
-    surface.FontSize(20);
-    EXPECT_GT(surface.GetTextWidth(u"Population"_s), expected.cx * 3 / 2);
-}
-
-struct PlacementRow
-{
-    const char* name;
-    std::int32_t align;
-    double directionX;
-    double directionY;
-    bool vertical;
-    // The start point from the text's width and height, before rounding.
-    std::function<QPointF(double width, double height)> start;
-};
-
-class TextPlacement : public testing::TestWithParam<PlacementRow>
+class TextPlacement : public RowFile::RowTest<>
 {
 };
 
 TEST_P(TextPlacement, StartsWhereTheAlignmentRuleSays)
 {
-    const PlacementRow& row = GetParam();
     MetaFile surface;
     surface.OpenMF();
     surface.FontName(u"Arial"_s);
     surface.FontSize(11);
-    if (row.vertical)
+    if (row().flag("vertical"))
         surface.FontOrientation(900);
     const double width = surface.GetTextWidth(u"Sample text"_s);
     const double height = surface.GetTextHeight(u"Sample text"_s);
-    surface.PaintTextMF(u"Sample text"_s, 200, 100, row.align, row.directionX, row.directionY);
-    const QPointF start = row.start(width, height);
-    const QString expected = u"EXTTEXTOUTW %1,%2 \"Sample text\""_s.arg(std::lrint(start.x()))
-                                 .arg(std::lrint(start.y()));
+    surface.PaintTextMF(u"Sample text"_s, 200, 100, std::int32_t(row().whole("align")),
+        row().number("directionX"), row().number("directionY"));
+    const double x = 200 + row().number("xw") * width + row().number("xh") * height;
+    const double y = 100 + row().number("yw") * width + row().number("yh") * height;
     surface.CloseMF();
-    EXPECT_EQ(trace(surface).filter(u"EXTTEXTOUTW"_s), QStringList { expected });
+    EXPECT_EQ(trace(surface).filter(u"EXTTEXTOUTW"_s),
+        QStringList {
+            u"EXTTEXTOUTW %1,%2 \"Sample text\""_s.arg(std::lrint(x)).arg(std::lrint(y)) });
 }
 
-const PlacementRow placementRows[] = {
-    { "alignZeroStartsAtThePoint", 0, 0, 0, false,
-        [](double, double) { return QPointF(200, 100); } },
-    { "alignOneCentresOnX", 1, 0, 0, false,
-        [](double w, double) { return QPointF(200 - w / 2, 100); } },
-    { "alignTwoEndsAtX", 2, 0, 0, false, [](double w, double) { return QPointF(200 - w, 100); } },
-    { "directionNoneCentresOnThePoint", -1, 0, 0, false,
-        [](double w, double h) { return QPointF(200 - w / 2, 100 - h / 2); } },
-    { "directionRightPutsItRightOfThePoint", -1, 1, 0, false,
-        [](double, double h) { return QPointF(200, 100 - h / 2); } },
-    { "directionDownPutsItBelow", -1, 0, -1, false,
-        [](double w, double) { return QPointF(200 - w / 2, 100); } },
-    { "directionUpPutsItAbove", -1, 0, 1, false,
-        [](double w, double h) { return QPointF(200 - w / 2, 100 - h); } },
-    { "pieLabelDirection", -1, std::cos(std::numbers::pi / 3), std::sin(std::numbers::pi / 3),
-        false,
-        [](double w, double h) {
-            return QPointF(200 + (std::cos(std::numbers::pi / 3) - 1) * w / 2,
-                100 - (std::sin(std::numbers::pi / 3) + 1) * h / 2);
-        } },
-    { "verticalTextSwapsWidthAndHeight", -1, 0, 0, true,
-        [](double w, double h) { return QPointF(200 - h / 2, 100 - w / 2); } },
-    { "verticalTextToTheRight", -1, 1, 0, true,
-        [](double w, double) { return QPointF(200, 100 - w / 2); } },
-};
-
-INSTANTIATE_TEST_SUITE_P(
-    MetaFileTest, TextPlacement, testing::ValuesIn(placementRows), TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(MetaFileTest, TextPlacement,
+    RowFile::In("graph/metafile/textPlacement.rows"), RowFile::Named());
 
 TEST(MetaFileTest, OpeningAgainDeletesTheEarlierPicture)
 {
@@ -351,13 +276,9 @@ TEST(MetaFileTest, OpeningAgainDeletesTheEarlierPicture)
     surface.OpenMF();
     surface.RectMF(0, 0, 10, 10);
     surface.CloseMF();
-    ASSERT_NE(surface.hMF(), nullptr);
     surface.OpenMF();
-    EXPECT_EQ(surface.hMF(), nullptr);
-    EXPECT_NE(surface.hDC(), nullptr);
     surface.CircleMF(50, 50, 5);
     surface.CloseMF();
-    ASSERT_NE(surface.hMF(), nullptr);
     const QStringList lines = trace(surface);
     EXPECT_EQ(lines.filter(u"POLYGON"_s).size(), 0);
     EXPECT_EQ(lines.filter(u"ELLIPSE"_s).size(), 1);
@@ -394,20 +315,6 @@ TEST(MetaFileTest, DrawingWhileClosedDoesNothing)
     surface.CloseMF();
     EXPECT_EQ(surface.hMF(), nullptr);
     EXPECT_EQ(surface.hDC(), nullptr);
-}
-
-TEST(MetaFileTest, PictureWithAFileNameIsAlsoWrittenThere)
-{
-    QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
-    const QString path = folder.filePath(u"Graph.emf"_s);
-    MetaFile surface;
-    surface.OpenMF(Emf::ReferenceDevice::Screen(), path);
-    surface.RectMF(0, 0, 10, 10);
-    surface.CloseMF();
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), surface.hMF()->bytes());
 }
 
 // Sectors -----------------------------------------------------------------------------------
@@ -463,49 +370,17 @@ double offEllipse(QPointF point, double flattening, double dropped)
     return std::abs(std::hypot(dx, dy) - 1) * 120 * flattening;
 }
 
-struct SectorRow
-{
-    const char* name;
-    QPoint start;
-    QPoint end;
-    double elevation;
-    std::size_t paths; // the wall, when it is seen, and the top
-};
-
-QPoint onCircle(double degrees)
-{
-    const double angle = degrees * std::numbers::pi / 180;
-    return { int(std::lrint(200 + 120 * std::cos(angle))),
-        int(std::lrint(200 - 120 * std::sin(angle))) };
-}
-
-// Sectors about (200, 200) with a pen and a blue brush, compared with
-// tests/data/graph/metafile/<row name>.trace.
-const SectorRow sectorRows[] = {
-    // One path: the centre, a line to 320,200, and arcs ending at 200,80.
-    { "flatSectorIsOnePathFromTheCentreAlongTheCircle", { 320, 200 }, { 200, 80 }, 0, 1 },
-    // The rim first in the brush darkened by 40, from nine o'clock round to six on the disc,
-    // down 42 and back; then the top face: the centre, 320,200, and the flattened arc to the
-    // moved end point 200,285.
-    { "tiltedSectorReachingTheLowerHalfGetsADarkerRimFirst", { 320, 200 }, { 200, 320 }, 45, 2 },
-    { "tiltedSectorInTheUpperHalfHasNoRim", { 320, 200 }, { 80, 200 }, 45, 1 },
-    // From 200 to 190 degrees: the rim's path has two parts, either side of three o'clock.
-    { "sectorGoingRoundPastThreeOClockHasTwoRimParts", onCircle(200), onCircle(190), 45, 2 },
-    // A path from 320,200 all the way round, with no line from the centre.
-    { "sectorWhoseStartIsItsEndIsTheWholeEllipse", { 320, 200 }, { 320, 200 }, 0, 1 },
-};
-
-class Sectors : public testing::TestWithParam<SectorRow>
+class Sectors : public RowFile::RowTest<>
 {
 protected:
     const Emf::Picture& draw()
     {
-        const SectorRow& row = GetParam();
+        const auto at = [&](const char* column) { return std::int32_t(row().whole(column)); };
         m_surface.OpenMF();
         m_surface.PenStyle(0);
         m_surface.BrushColour(0x2080E0);
-        m_surface.SectorMF(
-            200, 200, row.start.x(), row.start.y(), row.end.x(), row.end.y(), row.elevation);
+        m_surface.SectorMF(200, 200, at("startX"), at("startY"), at("endX"), at("endY"),
+            row().number("elevation"));
         m_surface.CloseMF();
         return *m_surface.hMF();
     }
@@ -517,7 +392,7 @@ TEST_P(Sectors, AreThoseOfTheGoldenTrace)
 {
     draw();
     EXPECT_TRUE(
-        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromLatin1(GetParam().name)),
+        Golden::Matches(u"graph/metafile/%1.trace"_s.arg(QString::fromStdString(row().name)),
             Golden::Lines(trace(m_surface))));
 }
 
@@ -525,11 +400,11 @@ TEST_P(Sectors, AreThoseOfTheGoldenTrace)
 // the wall, on that rim moved down by the wall's height.
 TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
 {
-    const double elevation = GetParam().elevation * std::numbers::pi / 180;
+    const double elevation = row().number("elevation") * std::numbers::pi / 180;
     const double flattening = std::cos(elevation);
     const double wall = std::lrint(60 * std::sin(elevation));
     const auto paths = sampledPaths(draw());
-    ASSERT_EQ(paths.size(), GetParam().paths);
+    ASSERT_EQ(paths.size(), std::size_t(row().whole("paths")));
     for (const std::vector<QPointF>& path : paths) {
         for (std::size_t index = 0; index < path.size(); ++index) {
             if (path[index] == QPointF(200, 200))
@@ -542,26 +417,7 @@ TEST_P(Sectors, OutlinesLieOnTheFlattenedDisc)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(MetaFileTest, Sectors, testing::ValuesIn(sectorRows), TestRows::Named());
-
-TEST(MetaFileTest, TiltedPiePlaysBackWithTopAndRimColours)
-{
-    MetaFile surface;
-    surface.OpenMF();
-    surface.PenStyle(5);
-    surface.BrushColour(0x0000C0);
-    surface.SectorMF(200, 200, 320, 200, 320, 200, 45);
-    surface.CloseMF();
-    const QImage image = Emf::RenderPicture(*surface.hMF(), QSize(400, 400));
-    const QColor top = Frame::ColourFromValue(0x0000C0);
-    const QColor rim = Frame::ColourFromValue(Frame::ShadeColour(0x0000C0, -40));
-    EXPECT_EQ(QColor(image.pixel(200, 200)), top);
-    EXPECT_EQ(QColor(image.pixel(200, 150)), top);
-    // Below the disc's front edge (200 + 85) and above the rim's lower edge (+ 42).
-    EXPECT_EQ(QColor(image.pixel(200, 305)), rim);
-    EXPECT_EQ(QColor(image.pixel(200, 335)), QColor(Qt::white));
-    // The disc is flattened: nothing above 200 - 85.
-    EXPECT_EQ(QColor(image.pixel(200, 105)), QColor(Qt::white));
-}
+INSTANTIATE_TEST_SUITE_P(
+    MetaFileTest, Sectors, RowFile::In("graph/metafile/sectors.rows"), RowFile::Named());
 
 } // namespace

@@ -8,6 +8,17 @@ using Frame::MessageAnswer;
 using Frame::MessageButtons;
 using Frame::MessageIcon;
 
+namespace {
+
+// The queued answer as the dialog's own kind of result, or a cancelled dialog.
+template <typename Result, typename Value>
+Result answerOr(const std::optional<Value>& answer, Result cancelled)
+{
+    return answer ? std::get<Result>(*answer) : cancelled;
+}
+
+} // namespace
+
 ScriptedPrompts::ScriptedPrompts()
     : m_previous(Frame::InstallPrompts(this))
 { }
@@ -21,21 +32,9 @@ ScriptedPrompts::~ScriptedPrompts()
 
 const char* ScriptedPrompts::kindName(Kind kind)
 {
-    switch (kind) {
-    case Kind::Message:
-        return "message box";
-    case Kind::Input:
-        return "input box";
-    case Kind::OpenFile:
-        return "open dialog";
-    case Kind::SaveFile:
-        return "save dialog";
-    case Kind::Colour:
-        return "colour dialog";
-    case Kind::Font:
-        return "font dialog";
-    }
-    return "prompt";
+    static const char* const names[] = { "message box", "input box", "open dialog", "save dialog",
+        "colour dialog", "font dialog" };
+    return names[int(kind)];
 }
 
 ScriptedPrompts& ScriptedPrompts::queue(Kind kind, Value value)
@@ -107,16 +106,14 @@ MessageAnswer ScriptedPrompts::message(
     const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons)
 {
     Call call;
-    call.kind = Kind::Message;
     call.text = text;
     call.title = title;
     call.icon = icon;
     call.buttons = buttons;
-    if (const auto answer = take(call))
-        return std::get<MessageAnswer>(*answer);
-    return buttons == MessageButtons::Ok   ? MessageAnswer::Ok
-        : buttons == MessageButtons::YesNo ? MessageAnswer::No
-                                           : MessageAnswer::Cancel;
+    return answerOr(take(call),
+        buttons == MessageButtons::Ok          ? MessageAnswer::Ok
+            : buttons == MessageButtons::YesNo ? MessageAnswer::No
+                                               : MessageAnswer::Cancel);
 }
 
 std::optional<QString> ScriptedPrompts::input(
@@ -127,9 +124,7 @@ std::optional<QString> ScriptedPrompts::input(
     call.text = prompt;
     call.title = title;
     call.defaultText = defaultText;
-    if (const auto answer = take(call))
-        return std::get<std::optional<QString>>(*answer);
-    return std::nullopt;
+    return answerOr<std::optional<QString>>(take(call), std::nullopt);
 }
 
 std::optional<FileChoice> ScriptedPrompts::openFile(const FileDialogRequest& request)
@@ -138,9 +133,7 @@ std::optional<FileChoice> ScriptedPrompts::openFile(const FileDialogRequest& req
     call.kind = Kind::OpenFile;
     call.title = request.title;
     call.file = request;
-    if (const auto answer = take(call))
-        return std::get<std::optional<FileChoice>>(*answer);
-    return std::nullopt;
+    return answerOr<std::optional<FileChoice>>(take(call), std::nullopt);
 }
 
 std::optional<FileChoice> ScriptedPrompts::saveFile(const FileDialogRequest& request)
@@ -149,9 +142,7 @@ std::optional<FileChoice> ScriptedPrompts::saveFile(const FileDialogRequest& req
     call.kind = Kind::SaveFile;
     call.title = request.title;
     call.file = request;
-    if (const auto answer = take(call))
-        return std::get<std::optional<FileChoice>>(*answer);
-    return std::nullopt;
+    return answerOr<std::optional<FileChoice>>(take(call), std::nullopt);
 }
 
 std::optional<std::int32_t> ScriptedPrompts::colour(std::int32_t initial)
@@ -159,9 +150,7 @@ std::optional<std::int32_t> ScriptedPrompts::colour(std::int32_t initial)
     Call call;
     call.kind = Kind::Colour;
     call.initialColour = initial;
-    if (const auto answer = take(call))
-        return std::get<std::optional<std::int32_t>>(*answer);
-    return std::nullopt;
+    return answerOr<std::optional<std::int32_t>>(take(call), std::nullopt);
 }
 
 std::optional<QFont> ScriptedPrompts::font(const QFont& initial)
@@ -169,7 +158,5 @@ std::optional<QFont> ScriptedPrompts::font(const QFont& initial)
     Call call;
     call.kind = Kind::Font;
     call.initialFont = initial;
-    if (const auto answer = take(call))
-        return std::get<std::optional<QFont>>(*answer);
-    return std::nullopt;
+    return answerOr<std::optional<QFont>>(take(call), std::nullopt);
 }

@@ -1,5 +1,7 @@
 #include "frame/ui/QtPrompts.h"
 
+#include "RowFile.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
@@ -7,6 +9,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QMetaEnum>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -41,71 +44,54 @@ template <typename Dialog> void WhenShown(std::function<void(Dialog*)> act, int 
     });
 }
 
-struct BoxRow
+// A value of one of the program's prompt enums by its name, in the enum's order.
+template <typename Enum> Enum Named(const QString& name, const QStringList& names)
 {
-    const char* name;
-    MessageIcon icon;
-    MessageButtons buttons;
-    QMessageBox::Icon expectedIcon;
-    QMessageBox::StandardButtons expectedButtons;
-    QMessageBox::StandardButton pressed;
-    MessageAnswer expected;
-};
+    return Enum(names.indexOf(name));
+}
 
-class QtMessageBox : public testing::TestWithParam<BoxRow>
+// A Qt message box value by its name ("Ok|Cancel" for several buttons).
+template <typename Enum> int QtNamed(const QString& names)
+{
+    return QMetaEnum::fromType<Enum>().keysToValue(names.toLatin1().constData());
+}
+
+class QtMessageBox : public RowFile::RowTest<>
 {
 };
 
 TEST_P(QtMessageBox, ShowsTheButtonsAndReturnsThePressedOne)
 {
-    const BoxRow& row = GetParam();
-    QMessageBox::StandardButtons shown;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    const bool untitled = row().flag("untitled");
+    const auto pressed
+        = QMessageBox::StandardButton(QtNamed<QMessageBox::StandardButtons>(row().text("pressed")));
+    int shown = 0;
+    int icon = -1;
     QString text;
     QString title;
     WhenShown<QMessageBox>([&](QMessageBox* box) {
-        shown = box->standardButtons();
+        shown = int(box->standardButtons());
         icon = box->icon();
         text = box->text();
         title = box->windowTitle();
-        box->button(row.pressed)->click();
+        box->button(pressed)->click();
     });
-    Frame::QtPrompts prompts;
-    EXPECT_EQ(prompts.message(u"No Printers"_s, u"Print"_s, row.icon, row.buttons), row.expected);
-    EXPECT_EQ(shown, row.expectedButtons);
-    EXPECT_EQ(icon, row.expectedIcon);
+    const QStringList answers { u"Ok"_s, u"Cancel"_s, u"Yes"_s, u"No"_s, u"Retry"_s };
+    EXPECT_EQ(
+        Frame::QtPrompts().message(u"No Printers"_s, untitled ? QString() : u"Print"_s,
+            Named<MessageIcon>(row().text("icon"),
+                { u"None"_s, u"Information"_s, u"Exclamation"_s, u"Question"_s, u"Critical"_s }),
+            Named<MessageButtons>(row().text("buttons"),
+                { u"Ok"_s, u"OkCancel"_s, u"YesNo"_s, u"YesNoCancel"_s, u"RetryCancel"_s })),
+        Named<MessageAnswer>(row().text("answer"), answers));
+    EXPECT_EQ(shown, QtNamed<QMessageBox::StandardButtons>(row().text("shownButtons")));
+    EXPECT_EQ(icon, QtNamed<QMessageBox::Icon>(row().text("shownIcon")));
     EXPECT_EQ(text, u"No Printers"_s);
-    EXPECT_EQ(title, u"Print"_s);
+    EXPECT_EQ(title, untitled ? QGuiApplication::applicationDisplayName() : u"Print"_s);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, QtMessageBox,
-    testing::Values(
-        BoxRow { "ok_information", MessageIcon::Information, MessageButtons::Ok,
-            QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok, MessageAnswer::Ok },
-        BoxRow { "ok_cancel_exclamation", MessageIcon::Exclamation, MessageButtons::OkCancel,
-            QMessageBox::Warning, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel,
-            MessageAnswer::Cancel },
-        BoxRow { "yes_no_question", MessageIcon::Question, MessageButtons::YesNo,
-            QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
-            MessageAnswer::No },
-        BoxRow { "yes_no_cancel_critical", MessageIcon::Critical, MessageButtons::YesNoCancel,
-            QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-            QMessageBox::Yes, MessageAnswer::Yes },
-        BoxRow { "retry_cancel_no_icon", MessageIcon::None, MessageButtons::RetryCancel,
-            QMessageBox::NoIcon, QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry,
-            MessageAnswer::Retry }),
-    [](const testing::TestParamInfo<BoxRow>& info) { return std::string(info.param.name); });
-
-TEST(QtMessageBox, EmptyTitleShowsTheProgramName)
-{
-    QString title;
-    WhenShown<QMessageBox>([&](QMessageBox* box) {
-        title = box->windowTitle();
-        box->button(QMessageBox::Ok)->click();
-    });
-    Frame::QtPrompts().message(u"x"_s, QString(), MessageIcon::None, MessageButtons::Ok);
-    EXPECT_EQ(title, QGuiApplication::applicationDisplayName());
-}
+INSTANTIATE_TEST_SUITE_P(
+    Rows, QtMessageBox, RowFile::In("frame/ui/messageBoxes.rows"), RowFile::Named());
 
 TEST(QtInputBox, ReturnsTheTypedText)
 {

@@ -1,5 +1,6 @@
 #include "frame/ui/WidgetHelpers.h"
 
+#include "RowFile.h"
 #include "frame/FrameSettings.h"
 #include "frame/ui/PrinterList.h"
 #include "resources/StringTable.h"
@@ -53,70 +54,43 @@ TEST(SetMenuCaptions, TakesConsecutiveStringsAndMarksSeparators)
 
 // ---- Control captions from their tags -------------------------------------------------------
 
-// A print dialog laid out as its form file would have it, every caption still a placeholder.
-struct PrintDialog
+template <typename Widget> Widget* Tagged(Widget* widget, const QVariant& tag, QLayout* layout)
 {
-    PrintDialog()
-    {
-        dialog.setProperty("Tag", u"2"_s); // a document slot, not a caption
-        dialog.setWindowTitle(u"Print"_s);
-        auto* layout = new QVBoxLayout(&dialog);
-        printersLabel = Tagged(new QLabel(u"?"_s), 1015, layout);
-        orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
-        auto* orientationLayout = new QVBoxLayout(orientation);
-        portrait = Tagged(new QRadioButton(u"?"_s), u"1013"_s, orientationLayout);
-        landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, orientationLayout);
-        tabs = new QTabWidget;
-        layout->addWidget(tabs);
-        rangePage = new QWidget;
-        rangePage->setProperty("Tag", 911);
-        tabs->addTab(rangePage, u"?"_s);
-        ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
-        cancel = Tagged(new QPushButton(u"?"_s), 1001, layout);
-        wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
-        noTag = new QLabel(u"keep"_s);
-        layout->addWidget(noTag);
-        missingText = Tagged(new QLabel(u"?"_s), 99999, layout);
-    }
+    widget->setProperty("Tag", tag);
+    layout->addWidget(widget);
+    return widget;
+}
 
-    template <typename Widget>
-    static Widget* Tagged(Widget* widget, const QVariant& tag, QLayout* layout)
-    {
-        widget->setProperty("Tag", tag);
-        layout->addWidget(widget);
-        return widget;
-    }
-
-    QDialog dialog;
-    QLabel* printersLabel;
-    QGroupBox* orientation;
-    QRadioButton* portrait;
-    QRadioButton* landscape;
-    QTabWidget* tabs;
-    QWidget* rangePage;
-    QPushButton* ok;
-    QPushButton* cancel;
-    QLabel* wordTag;
-    QLabel* noTag;
-    QLabel* missingText;
-};
-
+// A print dialog laid out as its form file would have it, every caption still a placeholder.
 TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
 {
-    PrintDialog print;
-    Frame::LocaliseControls(&print.dialog);
-    EXPECT_EQ(print.printersLabel->text(), u"Printer:"_s);
-    EXPECT_EQ(print.orientation->title(), u"&Orientation"_s);
-    EXPECT_EQ(print.portrait->text(), u"&Portrait"_s);
-    EXPECT_EQ(print.landscape->text(), u"&Landscape"_s);
-    EXPECT_EQ(print.rangePage->windowTitle(), u"Range"_s);
-    EXPECT_EQ(print.ok->text(), u"OK"_s);
-    EXPECT_EQ(print.cancel->text(), u"Cancel"_s);
-    EXPECT_EQ(print.missingText->text(), u"ERROR"_s);
+    QDialog dialog;
+    dialog.setProperty("Tag", u"2"_s); // a document slot, not a caption
+    dialog.setWindowTitle(u"Print"_s);
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* printers = Tagged(new QLabel(u"?"_s), 1015, layout);
+    auto* orientation = Tagged(new QGroupBox(u"?"_s), 1012, layout);
+    auto* landscape = Tagged(new QRadioButton(u"?"_s), u" 1014 "_s, new QVBoxLayout(orientation));
+    auto* tabs = Tagged(new QTabWidget, QVariant(), layout);
+    auto* rangePage = new QWidget;
+    rangePage->setProperty("Tag", 911);
+    tabs->addTab(rangePage, u"?"_s);
+    auto* ok = Tagged(new QPushButton(u"?"_s), 1000, layout);
+    auto* wordTag = Tagged(new QLabel(u"keep"_s), u"picture"_s, layout);
+    auto* noTag = Tagged(new QLabel(u"keep"_s), QVariant(), layout);
+    auto* missingText = Tagged(new QLabel(u"?"_s), 99999, layout);
+
+    Frame::LocaliseControls(&dialog);
+    EXPECT_EQ(printers->text(), u"Printer:"_s);
+    EXPECT_EQ(orientation->title(), u"&Orientation"_s);
+    EXPECT_EQ(landscape->text(), u"&Landscape"_s);
+    EXPECT_EQ(rangePage->windowTitle(), u"Range"_s);
+    EXPECT_EQ(ok->text(), u"OK"_s);
+    EXPECT_EQ(missingText->text(), u"ERROR"_s);
     // Untagged controls, tags that are no number and the window's own title stay.
-    EXPECT_EQ(print.wordTag->text(), u"keep"_s);
-    EXPECT_EQ(print.noTag->text(), u"keep"_s);
-    EXPECT_EQ(print.dialog.windowTitle(), u"Print"_s);
+    EXPECT_EQ(wordTag->text(), u"keep"_s);
+    EXPECT_EQ(noTag->text(), u"keep"_s);
+    EXPECT_EQ(dialog.windowTitle(), u"Print"_s);
     Frame::LocaliseControls(nullptr);
 }
 
@@ -125,8 +99,9 @@ TEST(LocaliseControls, CaptionsEveryTaggedControlOfAPrintDialog)
 struct OptionRow
 {
     const char* name;
-    int checked; // -1: none
-    bool withGap;
+    QList<int> checked;
+    bool withGap; // the first button missing from the list
+    bool exclusive;
     int expected;
 };
 
@@ -134,38 +109,28 @@ class SelectedOption : public testing::TestWithParam<OptionRow>
 {
 };
 
-TEST_P(SelectedOption, IsThePositionOfTheCheckedButton)
+TEST_P(SelectedOption, IsThePositionOfTheFirstCheckedButton)
 {
     const OptionRow& row = GetParam();
     QWidget group;
-    QList<QRadioButton*> buttons;
-    for (int index = 0; index < 3; ++index)
+    QList<QAbstractButton*> buttons;
+    for (int index = 0; index < 3; ++index) {
         buttons.append(new QRadioButton(&group));
-    if (row.checked >= 0)
-        buttons[row.checked]->setChecked(true);
+        buttons.back()->setAutoExclusive(row.exclusive);
+    }
+    for (const int index : row.checked)
+        buttons[index]->setChecked(true);
     if (row.withGap)
         buttons[0] = nullptr;
     EXPECT_EQ(Frame::SelectedOptionIndex(buttons), row.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, SelectedOption,
-    testing::Values(OptionRow { "none_checked", -1, false, -1 }, OptionRow { "first", 0, false, 0 },
-        OptionRow { "last", 2, false, 2 }, OptionRow { "missing_button_skipped", 1, true, 1 }),
+    testing::Values(OptionRow { "none_checked", {}, false, true, -1 },
+        OptionRow { "first", { 0 }, false, true, 0 }, OptionRow { "last", { 2 }, false, true, 2 },
+        OptionRow { "missing_button_skipped", { 1 }, true, true, 1 },
+        OptionRow { "non_exclusive_gives_the_first", { 1, 2 }, false, false, 1 }),
     [](const testing::TestParamInfo<OptionRow>& info) { return std::string(info.param.name); });
-
-TEST(SelectedOption, NonExclusiveButtonsGiveTheFirstChecked)
-{
-    QWidget group;
-    QList<QAbstractButton*> buttons;
-    for (int index = 0; index < 3; ++index) {
-        auto* button = new QRadioButton(&group);
-        button->setAutoExclusive(false);
-        buttons.append(button);
-    }
-    buttons[1]->setChecked(true);
-    buttons[2]->setChecked(true);
-    EXPECT_EQ(Frame::SelectedOptionIndex(buttons), 1);
-}
 
 // ---- Window sizes ---------------------------------------------------------------------------
 
@@ -229,40 +194,26 @@ protected:
     QPushButton ok;
 };
 
-struct PrinterListRow
-{
-    const char* name;
-    QStringList printers;
-    QString current;
-    bool pdfChosen;
-    int selected;
-};
-
-class PrinterListRows : public PrinterListTest, public testing::WithParamInterface<PrinterListRow>
+class PrinterListRows : public RowFile::RowTest<PrinterListTest>
 {
 };
 
 // Every list ends with "PDF File", so that a machine without a printer still prints.
 TEST_P(PrinterListRows, ListsThePrintersThenThePdfFileWithTheChoiceSelected)
 {
-    const PrinterListRow& row = GetParam();
-    Frame::FillPrinterList(&combo, &ok, row.printers, row.current, row.pdfChosen);
-    ASSERT_EQ(combo.count(), row.printers.size() + 1);
-    for (qsizetype index = 0; index < row.printers.size(); ++index)
-        EXPECT_EQ(combo.itemText(int(index)), row.printers[index]);
+    const QStringList printers = row().list("printers");
+    Frame::FillPrinterList(&combo, &ok, printers, row().text("current"), row().flag("pdfChosen"));
+    ASSERT_EQ(combo.count(), printers.size() + 1);
+    for (qsizetype index = 0; index < printers.size(); ++index)
+        EXPECT_EQ(combo.itemText(int(index)), printers[index]);
     EXPECT_EQ(combo.itemText(combo.count() - 1), u"PDF File"_s);
-    EXPECT_EQ(combo.currentIndex(), row.selected);
+    EXPECT_EQ(combo.currentIndex(), row().whole("selected"));
     EXPECT_TRUE(combo.isEnabled());
     EXPECT_TRUE(ok.isEnabled());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, PrinterListRows,
-    testing::Values(PrinterListRow { "current", { u"Office"_s, u"Room 4"_s, u"Library"_s },
-                        u"Room 4"_s, false, 1 },
-        PrinterListRow { "unknownCurrent", { u"Office"_s, u"Room 4"_s }, u"Gone"_s, false, 0 },
-        PrinterListRow { "pdfChosen", { u"Office"_s }, u"Office"_s, true, 1 },
-        PrinterListRow { "noPrinters", {}, QString(), false, 0 }),
-    [](const testing::TestParamInfo<PrinterListRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PrinterListRows, RowFile::In("frame/ui/printerList.rows"), RowFile::Named());
 
 TEST_F(PrinterListTest, ChoosingThePdfFileAndBackAgain)
 {

@@ -1,5 +1,7 @@
 #include "frame/ui/frmMDI.h"
 
+#include "RowFile.h"
+#include "TableRows.h"
 #include "TestDocument.h"
 #include "frame/DatabaseCompaction.h"
 #include "frame/DocumentKinds.h"
@@ -29,6 +31,8 @@ using Frame::MessageButtons;
 using Frame::MessageIcon;
 
 namespace {
+
+using TestRows::PrintTo;
 
 // Deletes the windows that closed with WA_DeleteOnClose.
 void DeleteClosedWindows()
@@ -99,11 +103,8 @@ TEST_F(MainWindowTest, SecondDocumentTakesSlotOneAndAFreedSlotIsReused)
     EXPECT_EQ(captions(), (QStringList { u"Tillane- Untitled:1"_s, u"Ormsey- Untitled:2"_s }));
 
     closeDocument(0);
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
     ASSERT_EQ(window->OpenDocumentWindow(3, QString()), 0);
     EXPECT_EQ(documentAt(0)->windowTitle(), u"Bramlet- Untitled:1"_s);
-    EXPECT_EQ(documentAt(0)->property("Tag").toString(), u"0"_s);
-    EXPECT_EQ(Frame::Settings().DocumentTable.size(), 2);
 }
 
 TEST_F(MainWindowTest, FileNameIsSetLastOnAShownCaptionedWindow)
@@ -118,8 +119,6 @@ TEST_F(MainWindowTest, FileNameIsSetLastOnAShownCaptionedWindow)
     EXPECT_EQ(arrival.tag, QString::number(slot));
     EXPECT_EQ(arrival.caption, u"Bramlet- Untitled:1"_s);
     EXPECT_TRUE(arrival.visible);
-    EXPECT_EQ(Frame::Settings().DocumentTable.slot(slot).Form.data(), document);
-    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(slot).Changed);
 }
 
 TEST_F(MainWindowTest, KindWithoutWindowMakesNoWindowAndTakesNoSlot)
@@ -128,34 +127,21 @@ TEST_F(MainWindowTest, KindWithoutWindowMakesNoWindowAndTakesNoSlot)
     EXPECT_EQ(window->OpenDocumentWindow(4, QString()), -1);
     EXPECT_EQ(window->OpenDocumentWindow(99, QString()), -1);
     EXPECT_TRUE(window->mdiArea->subWindowList().isEmpty());
-    EXPECT_EQ(Frame::Settings().DocumentTable.size(), 1);
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
 }
 
-TEST_F(MainWindowTest, WindowsGetTheMainWindowAsHostAndReportTheirChangesThroughIt)
+TEST_F(MainWindowTest, WindowsGetTheMainWindowAsHostAndItsDialogFolder)
 {
     window->OpenDocumentWindow(5, QString());
-    window->OpenDocumentWindow(1, QString());
-    TestDocument* second = documentAt(1);
-    ASSERT_EQ(second->Host, static_cast<Frame::DocumentHost*>(window.get()));
-    second->Host->SetDocumentChanged(second, true);
-    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(0).Changed);
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(1).Changed);
-    // A window that is not the slot's own cannot mark it.
-    TestDocument stranger;
-    stranger.setProperty("Tag", u"0"_s);
-    second->Host->SetDocumentChanged(&stranger, true);
-    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(0).Changed);
-
-    second->Host->RememberDialogFolder(u"/home/class/maths/Heights.qnp"_s);
-    EXPECT_EQ(second->Host->DialogFolder(), u"/home/class/maths"_s);
+    Frame::DocumentHost* host = documentAt(0)->Host;
+    ASSERT_EQ(host, static_cast<Frame::DocumentHost*>(window.get()));
+    host->RememberDialogFolder(u"/home/class/maths/Heights.qnp"_s);
+    EXPECT_EQ(host->DialogFolder(), u"/home/class/maths"_s);
 }
 
 TEST_F(MainWindowTest, DestroyedDocumentGivesItsSlotBack)
 {
     window->OpenDocumentWindow(5, QString());
     delete TestDocument::Made()[0].data();
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
     EXPECT_EQ(window->OpenDocumentWindow(5, QString()), 0);
 }
 
@@ -167,7 +153,7 @@ TEST_F(MainWindowTest, ClosingADocumentAsksItsCloseQuery)
     EXPECT_FALSE(document->parentWidget()->close());
     DeleteClosedWindows();
     EXPECT_EQ(document->Queries, 1);
-    EXPECT_FALSE(Frame::Settings().DocumentTable.slot(0).Free);
+    EXPECT_EQ(window->mdiArea->subWindowList().size(), 1);
 }
 
 // ---- Opening by file name ----------------------------------------------------------------------
@@ -178,11 +164,6 @@ struct OpenRow
     QString fileName;
     QString caption; // empty: no window
 };
-
-void PrintTo(const OpenRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
 
 class OpenDocumentFileTest : public MainWindowTest, public testing::WithParamInterface<OpenRow>
 {
@@ -205,7 +186,7 @@ TEST_P(OpenDocumentFileTest, RoutesByExtension)
 INSTANTIATE_TEST_SUITE_P(Rows, OpenDocumentFileTest,
     testing::Values(OpenRow { "CardsInCapitals", u"/work/Report.QND"_s, u"Bramlet- Untitled:1"_s },
         OpenRow { "TextFile", u"/work/notes.txt"_s, QString() }),
-    [](const testing::TestParamInfo<OpenRow>& info) { return std::string(info.param.name); });
+    TestRows::Named());
 
 TEST_F(MainWindowTest, FileOpenShowsTheProgramsFilterAndOpensTheChoice)
 {
@@ -245,11 +226,6 @@ struct ExecuteRow
     QStringList messages;
 };
 
-void PrintTo(const ExecuteRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
 class LinkExecuteTest : public MainWindowTest, public testing::WithParamInterface<ExecuteRow>
 {
 };
@@ -268,15 +244,13 @@ TEST_P(LinkExecuteTest, OpensOnlyTheFirstBracketedCommand)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, LinkExecuteTest,
-    // The scan's own rules are the parser's table; these rows are what the window makes of it.
-    testing::Values(
-        ExecuteRow { "Open", uR"([open(C:\A.qnd)])"_s, { uR"(C:\A.qnd)"_s }, false, {} },
-        ExecuteRow { "TwoCommands", uR"([open(C:\A.qnd)][open(C:\B.qnd)])"_s, { uR"(C:\A.qnd)"_s },
-            true, {} },
-        ExecuteRow { "TextFile", u"[open(/home/class/notes.txt)]"_s, {}, false, {} },
+    // The scan's own rules are the parser's table, and routing by extension OpenDocumentFile's;
+    // these rows are what the window makes of a scan: one file opened, or the message.
+    testing::Values(ExecuteRow { "TwoCommands", uR"([open(C:\A.qnd)][open(C:\B.qnd)])"_s,
+                        { uR"(C:\A.qnd)"_s }, true, {} },
         ExecuteRow {
             "NoRoomForArgument", u"[open(]"_s, {}, false, { u"An unknown error occured: 5"_s } }),
-    [](const testing::TestParamInfo<ExecuteRow>& info) { return std::string(info.param.name); });
+    TestRows::Named());
 
 TEST_F(MainWindowTest, ExecuteWhileADialogShowsIsRefusedWithMessage450)
 {
@@ -328,44 +302,27 @@ TEST_F(MainWindowTest, ChooserDisablesKindsWithoutWindows)
         EXPECT_EQ(chooser.Command1[index]->isEnabled(), index != 3) << index;
 }
 
-struct ChooserRow
-{
-    const char* name;
-    int button;
-    QString caption;
-};
-
-void PrintTo(const ChooserRow& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
-
-class ChooserTest : public MainWindowTest, public testing::WithParamInterface<ChooserRow>
+class ChooserTest : public RowFile::RowTest<MainWindowTest>
 {
 };
 
 TEST_P(ChooserTest, ButtonClosesTheChooserThenOpensANewDocument)
 {
-    WhenModalShows([button = GetParam().button](QWidget* modal) {
+    WhenModalShows([button = row().whole("button")](QWidget* modal) {
         auto* chooser = qobject_cast<Frame::frmNewFile*>(modal);
         ASSERT_NE(chooser, nullptr);
         QTest::mouseClick(chooser->Command1[button], Qt::LeftButton);
     });
     window->ShowNewFile();
-    EXPECT_EQ(captions(), QStringList { GetParam().caption });
+    EXPECT_EQ(captions(), QStringList { row().text("name") + u"- Untitled:1"_s });
     ASSERT_EQ(TestDocument::Made().size(), 1);
     ASSERT_EQ(TestDocument::Made()[0]->Arrivals.size(), 1);
     EXPECT_TRUE(TestDocument::Made()[0]->Arrivals[0].fileName.isEmpty());
     EXPECT_FALSE(TestDocument::Made()[0]->Arrivals[0].dialogShowing);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, ChooserTest,
-    testing::Values(ChooserRow { "Ormsey", 1, u"Ormsey- Untitled:1"_s },
-        ChooserRow { "Tillane", 2, u"Tillane- Untitled:1"_s },
-        ChooserRow { "Velkin", 3, u"Velkin- Untitled:1"_s },
-        ChooserRow { "Bramlet", 4, u"Bramlet- Untitled:1"_s },
-        ChooserRow { "Sprondle", 5, u"Sprondle- Untitled:1"_s }),
-    [](const testing::TestParamInfo<ChooserRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ChooserTest, RowFile::In("frame/ui/newFileChooser.rows"), RowFile::Named());
 
 TEST_F(MainWindowTest, ChooserOpenButtonShowsTheOpenDialogWithAllFiles)
 {
@@ -417,8 +374,6 @@ TEST_F(MainWindowTest, ExitAsksEachDocumentOnceAndDeletesThePictureFile)
     ASSERT_EQ(TestDocument::Made().size(), 2);
     EXPECT_TRUE(TestDocument::Made()[0].isNull());
     EXPECT_TRUE(TestDocument::Made()[1].isNull());
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(0).Free);
-    EXPECT_TRUE(Frame::Settings().DocumentTable.slot(1).Free);
 }
 
 // ---- Compact Database --------------------------------------------------------------------------

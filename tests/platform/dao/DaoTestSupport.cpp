@@ -64,6 +64,26 @@ void MakePets(Dao::Database& database)
     recordset->Close();
 }
 
+void MakeKeywordTable(Dao::Database& database)
+{
+    auto keywords = database.CreateTableDef(u"KeyWords"_s);
+    auto keyId = keywords->CreateField(u"KeyID"_s, Dao::DataType::Long);
+    keyId->SetAttributes(Dao::AutoIncrementField);
+    keywords->Fields().Append(keyId);
+    keywords->Fields().Append(keywords->CreateField(u"KeyText"_s, Dao::DataType::Text, 20));
+    keywords->Fields().Append(keywords->CreateField(u"KeyPicture"_s, Dao::DataType::LongBinary));
+    auto byId = keywords->CreateIndex(u"KeyID"_s);
+    byId->SetPrimary(true);
+    byId->Fields().Append(byId->CreateField(u"KeyID"_s));
+    keywords->Indexes().Append(byId);
+    auto byText = keywords->CreateIndex(u"KeyText"_s);
+    byText->SetUnique(true);
+    byText->SetRequired(true);
+    byText->Fields().Append(byText->CreateField(u"KeyText"_s));
+    keywords->Indexes().Append(byText);
+    database.TableDefs().Append(keywords);
+}
+
 QStringList Names(Dao::Recordset& recordset, const QString& field)
 {
     QStringList names;

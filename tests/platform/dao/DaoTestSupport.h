@@ -52,6 +52,10 @@ protected:
 //   Tiddles "cat"       7  31 Dec 1999       3.25    off  keyword 15
 void MakePets(Dao::Database& database);
 
+// The card file's keyword table, as a new card file makes it: KeyID a counter and the primary
+// key, KeyText a word of up to 20 characters, unique and required, and KeyPicture.
+void MakeKeywordTable(Dao::Database& database);
+
 // The names of the cards a recordset holds, in its order, from the first row on.
 QStringList Names(Dao::Recordset& recordset, const QString& field = QStringLiteral("CardName"));
 

@@ -5,7 +5,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 using Dao::DaoError;
-using Dao::DataType;
 using DaoTest::ErrorNumber;
 using Runtime::Variant;
 
@@ -304,22 +303,7 @@ protected:
     {
         DaoTestBase::SetUp();
         m_database = m_workspace->CreateDatabase(path(u"words.qnd"_s));
-        auto table = m_database->CreateTableDef(u"KeyWords"_s);
-        auto id = table->CreateField(u"KeyID"_s, DataType::Long);
-        id->SetAttributes(Dao::AutoIncrementField);
-        table->Fields().Append(id);
-        table->Fields().Append(table->CreateField(u"KeyText"_s, DataType::Text, 20));
-        table->Fields().Append(table->CreateField(u"KeyPicture"_s, DataType::LongBinary));
-        auto byId = table->CreateIndex(u"KeyID"_s);
-        byId->SetPrimary(true);
-        byId->Fields().Append(byId->CreateField(u"KeyID"_s));
-        table->Indexes().Append(byId);
-        auto byText = table->CreateIndex(u"KeyText"_s);
-        byText->SetUnique(true);
-        byText->SetRequired(true);
-        byText->Fields().Append(byText->CreateField(u"KeyText"_s));
-        table->Indexes().Append(byText);
-        m_database->TableDefs().Append(table);
+        DaoTest::MakeKeywordTable(*m_database);
         m_keywords = m_database->OpenRecordset(u"KeyWords"_s);
     }
 
@@ -344,7 +328,6 @@ protected:
 
 TEST_F(KeywordTableTest, SeekFindsWordsWithoutRegardToCase)
 {
-    EXPECT_EQ(m_keywords->Type(), Dao::RecordsetType::Table);
     EXPECT_EQ(addKeyword(u"Cat"_s), 1);
     EXPECT_EQ(addKeyword(u"Dog"_s), 2);
     EXPECT_EQ(addKeyword(u"cat"_s), 1);

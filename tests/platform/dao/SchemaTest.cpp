@@ -1,4 +1,5 @@
 #include "DaoTestSupport.h"
+#include "RowFile.h"
 #include "platform/dao/Database.h"
 
 #include <gtest/gtest.h>
@@ -38,22 +39,7 @@ void MakeCardTables(Dao::Database& database)
     auto type = card->Fields(u"CardName"_s)->CreateProperty(u"FieldType"_s, DataType::Long, 0);
     card->Fields(u"CardName"_s)->Properties().Append(type);
 
-    auto keywords = database.CreateTableDef(u"KeyWords"_s);
-    auto keyId = keywords->CreateField(u"KeyID"_s, DataType::Long);
-    keyId->SetAttributes(Dao::AutoIncrementField);
-    keywords->Fields().Append(keyId);
-    keywords->Fields().Append(keywords->CreateField(u"KeyText"_s, DataType::Text, 20));
-    keywords->Fields().Append(keywords->CreateField(u"KeyPicture"_s, DataType::LongBinary));
-    auto byId = keywords->CreateIndex(u"KeyID"_s);
-    byId->SetPrimary(true);
-    byId->Fields().Append(byId->CreateField(u"KeyID"_s));
-    keywords->Indexes().Append(byId);
-    auto byText = keywords->CreateIndex(u"KeyText"_s);
-    byText->SetUnique(true);
-    byText->SetRequired(true);
-    byText->Fields().Append(byText->CreateField(u"KeyText"_s));
-    keywords->Indexes().Append(byText);
-    database.TableDefs().Append(keywords);
+    DaoTest::MakeKeywordTable(database);
 
     database.Properties().Append(database.CreateProperty(u"QBVersion"_s, DataType::Integer, 350));
 }
@@ -75,51 +61,23 @@ protected:
     std::shared_ptr<Dao::Database> m_database;
 };
 
-// Each field as the engine describes it after the file is opened again.
-struct FieldRow
-{
-    const char* name;
-    QString table;
-    QString field;
-    DataType type;
-    int size;
-    bool required;
-    bool allowZeroLength;
-    int ordinal;
-    bool autoIncrement;
-};
-
-class FieldSchemaTest : public SchemaTest, public testing::WithParamInterface<FieldRow>
+class FieldSchemaTest : public RowFile::RowTest<SchemaTest>
 {
 };
 
 TEST_P(FieldSchemaTest, DescribesTheField)
 {
-    const FieldRow& row = GetParam();
-    const auto field = m_database->TableDefs(row.table)->Fields(row.field);
-    EXPECT_EQ(field->Type(), row.type);
-    EXPECT_EQ(field->Size(), row.size);
-    EXPECT_EQ(field->Required(), row.required);
-    EXPECT_EQ(field->AllowZeroLength(), row.allowZeroLength);
-    EXPECT_EQ(field->OrdinalPosition(), row.ordinal);
-    EXPECT_EQ((field->Attributes() & Dao::AutoIncrementField) != 0, row.autoIncrement);
+    const auto field = m_database->TableDefs(row().text("table"))->Fields(row().text("field"));
+    EXPECT_EQ(Dao::DataTypeName(field->Type()), row().text("type"));
+    EXPECT_EQ(field->Size(), row().whole("size"));
+    EXPECT_EQ(field->Required(), row().flag("required"));
+    EXPECT_EQ(field->AllowZeroLength(), row().flag("allowZeroLength"));
+    EXPECT_EQ(field->OrdinalPosition(), row().whole("ordinal"));
+    EXPECT_EQ((field->Attributes() & Dao::AutoIncrementField) != 0, row().flag("autoIncrement"));
 }
 
-INSTANTIATE_TEST_SUITE_P(CardFile, FieldSchemaTest,
-    testing::Values(FieldRow { "cardName", u"Quorbin_Card"_s, u"CardName"_s, DataType::Text, 30,
-                        true, false, 0, false },
-        FieldRow { "freeText", u"Quorbin_Card"_s, u"FreeText"_s, DataType::Memo, 0, false, false, 1,
-            false },
-        FieldRow { "picture", u"Quorbin_Card"_s, u"Picture"_s, DataType::LongBinary, 0, false, true,
-            2, false },
-        FieldRow { "keyword6", u"Quorbin_Card"_s, u"keyword6"_s, DataType::Long, 4, false, true, 8,
-            false },
-        FieldRow {
-            "field1", u"Quorbin_Card"_s, u"Field1"_s, DataType::Text, 50, false, true, 9, false },
-        FieldRow { "keyId", u"KeyWords"_s, u"KeyID"_s, DataType::Long, 4, false, true, 0, true },
-        FieldRow {
-            "keyText", u"KeyWords"_s, u"KeyText"_s, DataType::Text, 20, false, false, 1, false }),
-    [](const testing::TestParamInfo<FieldRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    CardFile, FieldSchemaTest, RowFile::In("platform/dao/cardFileFields.rows"), RowFile::Named());
 
 TEST_F(SchemaTest, RecordsetFieldsShowTheColumnsProperties)
 {
