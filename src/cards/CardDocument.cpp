@@ -343,7 +343,7 @@ bool CardDocument::DeleteCard()
         return false;
     const Frame::MessageAnswer answer
         = Frame::CurrentPrompts().message(GetResString(deleteQuestion), QString(),
-            Frame::MessageIcon::Question, Frame::MessageButtons::YesNo);
+            Frame::MessageIcon::Question, Frame::MessageButtons::YesNoDefaultNo);
     if (answer != Frame::MessageAnswer::Yes)
         return false;
     const qint64 position = set->AbsolutePosition();

@@ -146,7 +146,7 @@ CardImportOutcome ImportCardFile(CardDatabase& cards, const QString& path)
     CardImportOutcome outcome;
     const Frame::Hourglass hourglass;
     try {
-        outcome.Result = ImportCardRows(cards, path);
+        outcome.Result = ImportCardRows(cards, path, ImportRefusals::LeaveOut);
     } catch (const DaoError& error) {
         outcome.Failure = EngineErrorText(error.number(), error.description());
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cards/CardImportRows.h"
+#include "cards/CardImport.h"
 
 #include <QString>
 #include <memory>

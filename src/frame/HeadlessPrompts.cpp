@@ -29,6 +29,7 @@ MessageAnswer HeadlessPrompts::message(
     case MessageButtons::Ok:
         return MessageAnswer::Ok;
     case MessageButtons::YesNo:
+    case MessageButtons::YesNoDefaultNo:
         return MessageAnswer::No;
     case MessageButtons::OkCancel:
     case MessageButtons::YesNoCancel:

@@ -14,7 +14,9 @@ namespace Frame {
 
 enum class MessageIcon { None, Information, Exclamation, Question, Critical };
 
-enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+// YesNoDefaultNo: Yes and No with No pressed by Enter, for a question whose Yes destroys
+// something (deleting a card).
+enum class MessageButtons { Ok, OkCancel, YesNo, YesNoDefaultNo, YesNoCancel, RetryCancel };
 
 enum class MessageAnswer { Ok, Cancel, Yes, No, Retry };
 

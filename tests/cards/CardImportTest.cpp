@@ -61,7 +61,8 @@ TEST_F(CardImportTest, ValuesGoToTheFieldsOfTheirLabels)
     EXPECT_EQ(value(u"Rex"_s, u"Field7"_s), Variant(qint64(3)));
     EXPECT_EQ(value(u"Tiddles"_s, u"Field7"_s), Variant::null()); // "abc" is no number
     EXPECT_EQ(value(u"Bob, Jr"_s, u"Field1"_s), Variant::null()); // empty values are skipped
-    const QString text = write(u"more.txt"_s, "Name\tKind\nEmu\tBird, flightless\n");
+    // A column without a heading goes nowhere: it once overwrote the card's name.
+    const QString text = write(u"more.txt"_s, "Name\t\tKind\n Emu \tsecret\tBird, flightless\n");
     EXPECT_EQ(Bramlet::ImportDelimitedFile(*m_cards, text), 1);
     EXPECT_EQ(value(u"Emu"_s, u"Field1"_s), Variant(u"Bird, flightless"_s));
 }

@@ -46,6 +46,7 @@ QMessageBox::StandardButtons BoxButtons(MessageButtons buttons)
     case MessageButtons::OkCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MessageButtons::YesNo:
+    case MessageButtons::YesNoDefaultNo:
         return QMessageBox::Yes | QMessageBox::No;
     case MessageButtons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
@@ -74,7 +75,7 @@ MessageAnswer Answer(int pressed, MessageButtons buttons)
     }
     if (buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;
-    if (buttons == MessageButtons::YesNo)
+    if (buttons == MessageButtons::YesNo || buttons == MessageButtons::YesNoDefaultNo)
         return MessageAnswer::No;
     return MessageAnswer::Cancel;
 }
@@ -104,6 +105,8 @@ MessageAnswer QtPrompts::message(
 {
     QMessageBox box(
         BoxIcon(icon), TitleOrProgramName(title), text, BoxButtons(buttons), dialogParent());
+    if (buttons == MessageButtons::YesNoDefaultNo)
+        box.setDefaultButton(QMessageBox::No);
     return Answer(box.exec(), buttons);
 }
 

@@ -111,9 +111,10 @@ MessageAnswer ScriptedPrompts::message(
     call.icon = icon;
     call.buttons = buttons;
     return answerOr(take(call),
-        buttons == MessageButtons::Ok          ? MessageAnswer::Ok
-            : buttons == MessageButtons::YesNo ? MessageAnswer::No
-                                               : MessageAnswer::Cancel);
+        buttons == MessageButtons::Ok ? MessageAnswer::Ok
+            : buttons == MessageButtons::YesNo || buttons == MessageButtons::YesNoDefaultNo
+            ? MessageAnswer::No
+            : MessageAnswer::Cancel);
 }
 
 std::optional<QString> ScriptedPrompts::input(

@@ -12,6 +12,7 @@
 #include <QMetaEnum>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
@@ -82,7 +83,8 @@ TEST_P(QtMessageBox, ShowsTheButtonsAndReturnsThePressedOne)
             Named<MessageIcon>(row().text("icon"),
                 { u"None"_s, u"Information"_s, u"Exclamation"_s, u"Question"_s, u"Critical"_s }),
             Named<MessageButtons>(row().text("buttons"),
-                { u"Ok"_s, u"OkCancel"_s, u"YesNo"_s, u"YesNoCancel"_s, u"RetryCancel"_s })),
+                { u"Ok"_s, u"OkCancel"_s, u"YesNo"_s, u"YesNoDefaultNo"_s, u"YesNoCancel"_s,
+                    u"RetryCancel"_s })),
         Named<MessageAnswer>(row().text("answer"), answers));
     EXPECT_EQ(shown, QtNamed<QMessageBox::StandardButtons>(row().text("shownButtons")));
     EXPECT_EQ(icon, QtNamed<QMessageBox::Icon>(row().text("shownIcon")));
@@ -92,6 +94,15 @@ TEST_P(QtMessageBox, ShowsTheButtonsAndReturnsThePressedOne)
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, QtMessageBox, RowFile::In("frame/ui/messageBoxes.rows"), RowFile::Named());
+
+// A question whose Yes destroys something answers No to a pupil who just presses Enter.
+TEST(QtMessageBox, EnterOnADestructiveQuestionAnswersNo)
+{
+    WhenShown<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
+    EXPECT_EQ(Frame::QtPrompts().message(
+                  u"Delete?"_s, QString(), MessageIcon::Question, MessageButtons::YesNoDefaultNo),
+        MessageAnswer::No);
+}
 
 TEST(QtInputBox, ReturnsTheTypedText)
 {
