@@ -4,7 +4,6 @@
 #include "frame/FileFilters.h"
 #include "platform/runtime/RuntimeRows.h"
 
-#include <QImage>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -86,29 +85,6 @@ TEST_P(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, Twips, In("frame/helpers/twips.rows"), Named());
-
-// ---- TextWidthPixels ------------------------------------------------------------------------
-
-TEST(TextWidth, FollowsTheTextAndTheDeviceResolution)
-{
-    QFont arial(u"Arial"_s);
-    arial.setPointSize(10);
-    EXPECT_EQ(Frame::TextWidthPixels(arial, QString()), 0);
-    EXPECT_GT(
-        Frame::TextWidthPixels(arial, u"WWWW"_s), 2 * Frame::TextWidthPixels(arial, u"iiii"_s));
-    QImage screen(10, 10, QImage::Format_RGB32);
-    QImage printer(10, 10, QImage::Format_RGB32);
-    screen.setDotsPerMeterX(3780); // 96 dpi
-    screen.setDotsPerMeterY(3780);
-    printer.setDotsPerMeterX(7559); // 192 dpi
-    printer.setDotsPerMeterY(7559);
-    const QString text = u"Number of pets in the class"_s;
-    const int atScreen = Frame::TextWidthPixels(arial, text, &screen);
-    const int atPrinter = Frame::TextWidthPixels(arial, text, &printer);
-    // Hinting moves glyph advances by a pixel here and there, so the ratio is only near 2.
-    ASSERT_GT(atScreen, 0);
-    EXPECT_NEAR(double(atPrinter) / atScreen, 2.0, 0.1);
-}
 
 // ---- File filters ---------------------------------------------------------------------------
 
