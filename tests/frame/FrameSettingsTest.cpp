@@ -1,6 +1,6 @@
 #include "frame/FrameSettings.h"
 
-#include "TableRows.h"
+#include "RowFile.h"
 #include "platform/runtime/HostLocale.h"
 
 #include <QDir>
@@ -20,11 +20,9 @@ protected:
     QTemporaryDir m_programFolder;
 };
 
-TEST_F(InitialiseFrameTest, ReadsColoursBesideTheProgramOrHoldsOneNamelessEntry)
+// What the file holds and a missing file give is ReadColourTable's (ColoursTest).
+TEST_F(InitialiseFrameTest, ReadsTheColoursBesideTheProgram)
 {
-    Frame::InitialiseFrame(m_programFolder.path());
-    ASSERT_EQ(Frame::Settings().ColourTable.size(), 1);
-    EXPECT_EQ(Frame::ColourValueByName(u"RED"), -1);
     QFile file(m_programFolder.filePath(u"Colours.ini"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[Quorbin Colours]\r\nNumber=1\r\nColourName1=RED\r\nColourValue1=&HFF\r\n");
@@ -45,44 +43,28 @@ TEST_F(InitialiseFrameTest, TakesTheHostCurrencySymbol)
     EXPECT_EQ(Frame::Settings().CurrencySymbol, u"€"_s);
 }
 
-struct TempRow
-{
-    const char* name;
-    const char* temp; // null: TEMP not set
-    QString folder; // "<system>": QDir::tempPath()
-    QString pictureFile;
-};
-
-class TempFolder : public InitialiseFrameTest, public testing::WithParamInterface<TempRow>
-{
-};
+using TempFolder = RowFile::RowTest<InitialiseFrameTest>;
 
 TEST_P(TempFolder, FollowsTheTempVariable)
 {
-    const TempRow& row = GetParam();
     const bool wasSet = qEnvironmentVariableIsSet("TEMP");
     const QByteArray previous = qgetenv("TEMP");
     const auto restore
         = qScopeGuard([&] { wasSet ? qputenv("TEMP", previous) : qunsetenv("TEMP"); });
-    row.temp ? qputenv("TEMP", row.temp) : qunsetenv("TEMP");
+    row().text("temp") == u"(unset)" ? qunsetenv("TEMP") : qputenv("TEMP", row().bytes("temp"));
     Frame::InitialiseFrame(m_programFolder.path());
-    const QString folder = QString(row.folder).replace(u"<system>"_s, QDir::tempPath());
+    const auto local = [&](const char* column) {
+        return row().text(column).replace(u"(system)"_s, QDir::tempPath());
+    };
+    const QString folder = local("folder");
     EXPECT_EQ(Frame::Settings().TempFolder, folder);
-    EXPECT_EQ(Frame::Settings().PictureTempFile,
-        QString(row.pictureFile).replace(u"<system>"_s, QDir::tempPath()));
+    EXPECT_EQ(Frame::Settings().PictureTempFile, local("pictureFile"));
     EXPECT_EQ(Frame::TempFilePath(u"Quorbin.tmp"),
         folder.isEmpty() ? QString() : QDir(folder).filePath(u"Quorbin.tmp"_s));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, TempFolder,
-    testing::Values(
-        TempRow { "set", "/tmp/class", u"/tmp/class"_s, u"/tmp/class/QBNPicture.tmp"_s },
-        TempRow {
-            "trailing_separator", "/tmp/class/", u"/tmp/class/"_s, u"/tmp/class/QBNPicture.tmp"_s },
-        TempRow { "set_but_empty_means_none", "", QString(), QString() },
-        TempRow { "unset_takes_the_system_folder", nullptr, u"<system>"_s,
-            u"<system>/QBNPicture.tmp"_s }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    Rows, TempFolder, RowFile::In("frame/settings/tempFolder.rows"), RowFile::Named());
 
 // ---- The document table --------------------------------------------------------------------
 
