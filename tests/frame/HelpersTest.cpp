@@ -13,9 +13,7 @@ namespace {
 using RowFile::In;
 using RowFile::Named;
 
-class Log10 : public RowFile::RowTest<>
-{
-};
+using Log10 = RowFile::RowTest<>;
 
 TEST_P(Log10, IsTheDecimalLogarithm)
 {
@@ -25,9 +23,7 @@ TEST_P(Log10, IsTheDecimalLogarithm)
 
 INSTANTIATE_TEST_SUITE_P(Rows, Log10, In("frame/helpers/log10.rows"), Named());
 
-class KeyFilter : public RowFile::RowTest<>
-{
-};
+using KeyFilter = RowFile::RowTest<>;
 
 TEST_P(KeyFilter, PassesOrSwallows)
 {
@@ -37,9 +33,7 @@ TEST_P(KeyFilter, PassesOrSwallows)
 
 INSTANTIATE_TEST_SUITE_P(Rows, KeyFilter, In("frame/helpers/numericKeys.rows"), Named());
 
-class FitPicture : public RowFile::RowTest<>
-{
-};
+using FitPicture = RowFile::RowTest<>;
 
 TEST_P(FitPicture, GivesTheRectangle)
 {
@@ -62,9 +56,7 @@ TEST_P(FitPicture, GivesTheRectangle)
 
 INSTANTIATE_TEST_SUITE_P(Rows, FitPicture, In("frame/helpers/fitPicture.rows"), Named());
 
-class FileTitle : public RowFile::RowTest<>
-{
-};
+using FileTitle = RowFile::RowTest<>;
 
 TEST_P(FileTitle, IsTheNameWithoutExtension)
 {
@@ -74,9 +66,7 @@ TEST_P(FileTitle, IsTheNameWithoutExtension)
 
 INSTANTIATE_TEST_SUITE_P(Rows, FileTitle, In("frame/helpers/fileTitles.rows"), Named());
 
-class Twips : public RowFile::RowTest<>
-{
-};
+using Twips = RowFile::RowTest<>;
 
 TEST_P(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
 {
@@ -88,9 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, Twips, In("frame/helpers/twips.rows"), Named());
 
 // ---- File filters ---------------------------------------------------------------------------
 
-class NameFilters : public RowFile::RowTest<>
-{
-};
+using NameFilters = RowFile::RowTest<>;
 
 TEST_P(NameFilters, BecomeQtForm)
 {
