@@ -12,9 +12,7 @@ namespace {
 using RowFile::In;
 using RowFile::Named;
 
-class ParseLinkExecute : public RowFile::RowTest<>
-{
-};
+using ParseLinkExecute = RowFile::RowTest<>;
 
 TEST_P(ParseLinkExecute, OpensAndRefusesAsTheScanReadsIt)
 {
