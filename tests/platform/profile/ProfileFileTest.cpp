@@ -14,9 +14,7 @@ namespace {
 
 using TestRows::PrintTo;
 
-class ProfileLookup : public RowFile::RowTest<>
-{
-};
+using ProfileLookup = RowFile::RowTest<>;
 
 TEST_P(ProfileLookup, GivesTheClassicReadersValue)
 {
