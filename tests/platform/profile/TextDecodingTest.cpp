@@ -8,9 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class SystemTextDecoding : public RowFile::RowTest<>
-{
-};
+using SystemTextDecoding = RowFile::RowTest<>;
 
 TEST_P(SystemTextDecoding, ReadsUtf8ElseWindows1252ByLine)
 {
