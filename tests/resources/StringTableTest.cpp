@@ -46,9 +46,7 @@ TEST(StringTable, MenuRunsHaveNoGaps)
             EXPECT_TRUE(StringTable::builtIn().contains(id)) << "no text for " << id;
 }
 
-class ParseFile : public RowFile::RowTest<>
-{
-};
+using ParseFile = RowFile::RowTest<>;
 
 TEST_P(ParseFile, TakesGoodLinesAndReportsBadOnes)
 {
