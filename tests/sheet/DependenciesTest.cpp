@@ -194,9 +194,7 @@ TEST_F(Links, IncrementalRecalculationEqualsFullRecalculation)
     EXPECT_GT(accepted, 200); // most changes were real entries, not refusals
 }
 
-class RecalculationOrder : public RowFile::RowTest<Links>
-{
-};
+using RecalculationOrder = RowFile::RowTest<Links>;
 
 TEST_P(RecalculationOrder, ShowsTheCellsInTheOrderOfTheDependentLists)
 {
