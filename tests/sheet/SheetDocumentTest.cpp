@@ -282,9 +282,7 @@ TEST_F(SheetDocumentTest, ClearingTakesTheCellsFromTheCurrentCellDown)
         (QStringList { QString(), QString(), u"Rain"_s, u"6"_s }));
 }
 
-class SheetCellColour : public RowFile::RowTest<SheetDocumentTest>
-{
-};
+using SheetCellColour = RowFile::RowTest<SheetDocumentTest>;
 
 TEST_P(SheetCellColour, ColoursAreStoredTheSheetsWay)
 {
@@ -315,9 +313,7 @@ TEST_F(SheetDocumentTest, NumberFormatsOfCellsAndOfTheSheet)
     EXPECT_EQ(shown("A2"), u"2.5"_s);
 }
 
-class SheetFormulaTrial : public RowFile::RowTest<SheetDocumentTest>
-{
-};
+using SheetFormulaTrial = RowFile::RowTest<SheetDocumentTest>;
 
 TEST_P(SheetFormulaTrial, TrialEvaluationChangesNothing)
 {
