@@ -161,9 +161,7 @@ TEST_F(SheetWindowTest, GridShowsWhatTheSheetHolds)
     EXPECT_EQ(data("B2", Qt::DisplayRole).toString(), u"8"_s);
 }
 
-class SheetWindowKeys : public RowFile::RowTest<SheetWindowTest>
-{
-};
+using SheetWindowKeys = RowFile::RowTest<SheetWindowTest>;
 
 TEST_P(SheetWindowKeys, KeysOnTheGridAndInTheEditBox)
 {
