@@ -44,9 +44,7 @@ QList<ColourEntry> TableOf(const RowFile::Row& row, const char* column)
     return table;
 }
 
-class ColourFile : public RowFile::RowTest<>
-{
-};
+using ColourFile = RowFile::RowTest<>;
 
 TEST_P(ColourFile, GivesTheColourTable)
 {
@@ -89,9 +87,7 @@ TEST(ShippedColourFile, HoldsTheNamedColoursTheProgramLooksUp)
 
 // ---- Lookups --------------------------------------------------------------------------------
 
-class ColourByName : public RowFile::RowTest<>
-{
-};
+using ColourByName = RowFile::RowTest<>;
 
 TEST_P(ColourByName, FindsTheValue)
 {
@@ -101,9 +97,7 @@ TEST_P(ColourByName, FindsTheValue)
 
 INSTANTIATE_TEST_SUITE_P(Rows, ColourByName, In("frame/colours/colourByName.rows"), Named());
 
-class ColourByValue : public RowFile::RowTest<>
-{
-};
+using ColourByValue = RowFile::RowTest<>;
 
 TEST_P(ColourByValue, IsTheFirstNameWithThatValueOrEmpty)
 {
@@ -114,9 +108,7 @@ TEST_P(ColourByValue, IsTheFirstNameWithThatValueOrEmpty)
 
 INSTANTIATE_TEST_SUITE_P(Rows, ColourByValue, In("frame/colours/colourByValue.rows"), Named());
 
-class Shade : public RowFile::RowTest<>
-{
-};
+using Shade = RowFile::RowTest<>;
 
 TEST_P(Shade, GivesTheShadedColour)
 {

@@ -1,43 +1,17 @@
 #include "frame/FrameSettings.h"
 
-#include "TableRows.h"
+#include "RowFile.h"
 #include "platform/runtime/HostLocale.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Sets or unsets TEMP for one test and puts the caller's value back.
-class ScopedTemp
-{
-public:
-    explicit ScopedTemp(const std::optional<QByteArray>& value)
-        : m_wasSet(qEnvironmentVariableIsSet("TEMP"))
-        , m_previous(qgetenv("TEMP"))
-    {
-        if (value)
-            qputenv("TEMP", *value);
-        else
-            qunsetenv("TEMP");
-    }
-    ~ScopedTemp()
-    {
-        if (m_wasSet)
-            qputenv("TEMP", m_previous);
-        else
-            qunsetenv("TEMP");
-    }
-
-private:
-    bool m_wasSet;
-    QByteArray m_previous;
-};
 
 class InitialiseFrameTest : public testing::Test
 {
@@ -46,28 +20,15 @@ protected:
     QTemporaryDir m_programFolder;
 };
 
-TEST_F(InitialiseFrameTest, ReadsColoursBesideTheProgramOrHoldsOneNamelessEntry)
+// What the file holds and a missing file give is ReadColourTable's (ColoursTest).
+TEST_F(InitialiseFrameTest, ReadsTheColoursBesideTheProgram)
 {
-    Frame::InitialiseFrame(m_programFolder.path());
-    ASSERT_EQ(Frame::Settings().ColourTable.size(), 1);
-    EXPECT_EQ(Frame::ColourValueByName(u"RED"), -1);
     QFile file(m_programFolder.filePath(u"Colours.ini"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[Quorbin Colours]\r\nNumber=1\r\nColourName1=RED\r\nColourValue1=&HFF\r\n");
     file.close();
     Frame::InitialiseFrame(m_programFolder.path());
     EXPECT_EQ(Frame::ColourValueByName(u"red"), 255);
-}
-
-TEST_F(InitialiseFrameTest, StartsWithOneFreeDocumentSlot)
-{
-    Frame::Settings().DocumentTable.claimSlot(5);
-    Frame::Settings().DocumentTable.claimSlot(1);
-    Frame::InitialiseFrame(m_programFolder.path());
-    const Frame::DocumentTable& table = Frame::Settings().DocumentTable;
-    ASSERT_EQ(table.size(), 1);
-    EXPECT_TRUE(table.slot(0).Free);
-    EXPECT_FALSE(table.slot(0).Changed);
 }
 
 TEST_F(InitialiseFrameTest, TakesTheHostCurrencySymbol)
@@ -82,91 +43,53 @@ TEST_F(InitialiseFrameTest, TakesTheHostCurrencySymbol)
     EXPECT_EQ(Frame::Settings().CurrencySymbol, u"€"_s);
 }
 
-struct TempRow
-{
-    const char* name;
-    std::optional<QByteArray> temp; // nullopt: TEMP not set
-    QString folder; // "<system>": QDir::tempPath()
-    QString pictureFile;
-};
-
-class TempFolder : public testing::TestWithParam<TempRow>
-{
-protected:
-    void TearDown() override { Frame::Settings() = {}; }
-};
+using TempFolder = RowFile::RowTest<InitialiseFrameTest>;
 
 TEST_P(TempFolder, FollowsTheTempVariable)
 {
-    const TempRow& row = GetParam();
-    ScopedTemp temp(row.temp);
-    QTemporaryDir programFolder;
-    Frame::InitialiseFrame(programFolder.path());
-    const QString system = QDir::tempPath();
-    QString folder = row.folder;
-    QString pictureFile = row.pictureFile;
-    folder.replace(u"<system>"_s, system);
-    pictureFile.replace(u"<system>"_s, system);
+    const bool wasSet = qEnvironmentVariableIsSet("TEMP");
+    const QByteArray previous = qgetenv("TEMP");
+    const auto restore
+        = qScopeGuard([&] { wasSet ? qputenv("TEMP", previous) : qunsetenv("TEMP"); });
+    row().text("temp") == u"(unset)" ? qunsetenv("TEMP") : qputenv("TEMP", row().bytes("temp"));
+    Frame::InitialiseFrame(m_programFolder.path());
+    const auto local = [&](const char* column) {
+        return row().text(column).replace(u"(system)"_s, QDir::tempPath());
+    };
+    const QString folder = local("folder");
     EXPECT_EQ(Frame::Settings().TempFolder, folder);
-    EXPECT_EQ(Frame::Settings().PictureTempFile, pictureFile);
+    EXPECT_EQ(Frame::Settings().PictureTempFile, local("pictureFile"));
     EXPECT_EQ(Frame::TempFilePath(u"Quorbin.tmp"),
         folder.isEmpty() ? QString() : QDir(folder).filePath(u"Quorbin.tmp"_s));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, TempFolder,
-    testing::Values(
-        TempRow { "set", "/tmp/class", u"/tmp/class"_s, u"/tmp/class/QBNPicture.tmp"_s },
-        TempRow {
-            "trailing_separator", "/tmp/class/", u"/tmp/class/"_s, u"/tmp/class/QBNPicture.tmp"_s },
-        TempRow { "set_but_empty_means_none", "", QString(), QString() },
-        TempRow { "unset_takes_the_system_folder", std::nullopt, u"<system>"_s,
-            u"<system>/QBNPicture.tmp"_s }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    Rows, TempFolder, RowFile::In("frame/settings/tempFolder.rows"), RowFile::Named());
 
 // ---- The document table --------------------------------------------------------------------
 
-TEST(DocumentTable, ReusesTheFirstFreedSlotAndNeverShrinks)
-{
-    Frame::DocumentTable table;
-    EXPECT_EQ(table.claimSlot(3), 0);
-    EXPECT_EQ(table.claimSlot(5), 1);
-    EXPECT_EQ(table.claimSlot(1), 2);
-    EXPECT_EQ(table.slot(1).DocType, 5);
-    table.release(0);
-    table.release(2);
-    EXPECT_EQ(table.size(), 3);
-    EXPECT_EQ(table.claimSlot(1), 0);
-    EXPECT_EQ(table.claimSlot(3), 2);
-    EXPECT_EQ(table.claimSlot(3), 3);
-    EXPECT_EQ(table.size(), 4);
-}
-
-TEST(DocumentTable, ReleasedSlotForgetsItsWindowAndLateEdits)
+// A window's slot number is in its caption ("Untitled:2"), so reuse goes from slot 0 upward.
+TEST(DocumentTable, ReusesTheFirstFreedSlotCleanAndNeverShrinks)
 {
     Frame::DocumentTable table;
     QObject window;
-    const int index = table.claimSlot(5);
-    table.setForm(index, &window);
-    table.setChanged(index, true);
-    table.release(index);
-    table.setChanged(index, true); // a late edit event of the closed window
-    EXPECT_TRUE(table.slot(index).Free);
-    EXPECT_EQ(table.slot(index).Form, nullptr);
-    EXPECT_FALSE(table.slot(table.claimSlot(1)).Changed);
+    EXPECT_EQ(table.claimSlot(3), 0);
+    EXPECT_EQ(table.claimSlot(5), 1);
+    EXPECT_EQ(table.claimSlot(1), 2);
+    table.setForm(0, &window);
+    table.release(0);
+    table.release(2);
+    table.setChanged(0, true); // a late edit event of the closed window
+    EXPECT_EQ(table.size(), 3);
+    EXPECT_EQ(table.slot(0).Form, nullptr);
+    EXPECT_EQ(table.claimSlot(1), 0);
+    EXPECT_FALSE(table.slot(0).Changed); // no save prompt for the new document
+    EXPECT_EQ(table.claimSlot(3), 2);
+    EXPECT_EQ(table.claimSlot(3), 3);
+    EXPECT_EQ(table.slot(1).DocType, 5);
 }
 
-TEST(DocumentTable, DestroyedWindowLeavesNoDanglingForm)
-{
-    Frame::DocumentTable table;
-    const int index = table.claimSlot(1);
-    {
-        QObject window;
-        table.setForm(index, &window);
-    }
-    EXPECT_EQ(table.slot(index).Form, nullptr);
-    EXPECT_FALSE(table.slot(index).Free);
-}
-
+// A window with a damaged Tag must not bring the program down.
 TEST(DocumentTable, BadIndexesAreHarmless)
 {
     Frame::DocumentTable table;

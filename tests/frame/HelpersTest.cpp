@@ -4,7 +4,6 @@
 #include "frame/FileFilters.h"
 #include "platform/runtime/RuntimeRows.h"
 
-#include <QImage>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,9 +13,7 @@ namespace {
 using RowFile::In;
 using RowFile::Named;
 
-class Log10 : public RowFile::RowTest<>
-{
-};
+using Log10 = RowFile::RowTest<>;
 
 TEST_P(Log10, IsTheDecimalLogarithm)
 {
@@ -26,9 +23,7 @@ TEST_P(Log10, IsTheDecimalLogarithm)
 
 INSTANTIATE_TEST_SUITE_P(Rows, Log10, In("frame/helpers/log10.rows"), Named());
 
-class KeyFilter : public RowFile::RowTest<>
-{
-};
+using KeyFilter = RowFile::RowTest<>;
 
 TEST_P(KeyFilter, PassesOrSwallows)
 {
@@ -38,9 +33,7 @@ TEST_P(KeyFilter, PassesOrSwallows)
 
 INSTANTIATE_TEST_SUITE_P(Rows, KeyFilter, In("frame/helpers/numericKeys.rows"), Named());
 
-class FitPicture : public RowFile::RowTest<>
-{
-};
+using FitPicture = RowFile::RowTest<>;
 
 TEST_P(FitPicture, GivesTheRectangle)
 {
@@ -63,9 +56,7 @@ TEST_P(FitPicture, GivesTheRectangle)
 
 INSTANTIATE_TEST_SUITE_P(Rows, FitPicture, In("frame/helpers/fitPicture.rows"), Named());
 
-class FileTitle : public RowFile::RowTest<>
-{
-};
+using FileTitle = RowFile::RowTest<>;
 
 TEST_P(FileTitle, IsTheNameWithoutExtension)
 {
@@ -75,9 +66,7 @@ TEST_P(FileTitle, IsTheNameWithoutExtension)
 
 INSTANTIATE_TEST_SUITE_P(Rows, FileTitle, In("frame/helpers/fileTitles.rows"), Named());
 
-class Twips : public RowFile::RowTest<>
-{
-};
+using Twips = RowFile::RowTest<>;
 
 TEST_P(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
 {
@@ -87,34 +76,9 @@ TEST_P(Twips, ArePixelsAtTheDeviceResolutionHalvesToEven)
 
 INSTANTIATE_TEST_SUITE_P(Rows, Twips, In("frame/helpers/twips.rows"), Named());
 
-// ---- TextWidthPixels ------------------------------------------------------------------------
-
-TEST(TextWidth, FollowsTheTextAndTheDeviceResolution)
-{
-    QFont arial(u"Arial"_s);
-    arial.setPointSize(10);
-    EXPECT_EQ(Frame::TextWidthPixels(arial, QString()), 0);
-    EXPECT_GT(
-        Frame::TextWidthPixels(arial, u"WWWW"_s), 2 * Frame::TextWidthPixels(arial, u"iiii"_s));
-    QImage screen(10, 10, QImage::Format_RGB32);
-    QImage printer(10, 10, QImage::Format_RGB32);
-    screen.setDotsPerMeterX(3780); // 96 dpi
-    screen.setDotsPerMeterY(3780);
-    printer.setDotsPerMeterX(7559); // 192 dpi
-    printer.setDotsPerMeterY(7559);
-    const QString text = u"Number of pets in the class"_s;
-    const int atScreen = Frame::TextWidthPixels(arial, text, &screen);
-    const int atPrinter = Frame::TextWidthPixels(arial, text, &printer);
-    // Hinting moves glyph advances by a pixel here and there, so the ratio is only near 2.
-    ASSERT_GT(atScreen, 0);
-    EXPECT_NEAR(double(atPrinter) / atScreen, 2.0, 0.1);
-}
-
 // ---- File filters ---------------------------------------------------------------------------
 
-class NameFilters : public RowFile::RowTest<>
-{
-};
+using NameFilters = RowFile::RowTest<>;
 
 TEST_P(NameFilters, BecomeQtForm)
 {

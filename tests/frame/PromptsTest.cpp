@@ -45,47 +45,18 @@ TEST(HeadlessPrompts, AnswerAsACancellingUserAndLogOneLine)
     EXPECT_EQ(log, u"New Ormsey Graph now\n"_s);
 }
 
-TEST(InstalledPrompts, ScriptedPromptsTakeOverAndHandBackToHeadless)
+// Without a window's prompts (quorbin-cli) dialogs fall back to the headless answers.
+TEST(InstalledPrompts, NoneInstalledIsHeadless)
 {
     Frame::Prompts* const previous = Frame::InstallPrompts(nullptr);
     EXPECT_NE(dynamic_cast<Frame::HeadlessPrompts*>(&Frame::CurrentPrompts()), nullptr);
     Frame::InstallPrompts(previous);
-    Frame::Prompts* const before = &Frame::CurrentPrompts();
-    {
-        ScriptedPrompts prompts;
-        {
-            ScriptedPrompts inner;
-            EXPECT_EQ(&Frame::CurrentPrompts(), &inner);
-        }
-        EXPECT_EQ(&Frame::CurrentPrompts(), &prompts);
-    }
-    EXPECT_EQ(&Frame::CurrentPrompts(), before);
 }
 
 // ---- The scripted double that every window test relies on ----------------------------------
 
-TEST(ScriptedPrompts, AnswersInOrderAndRecordsEveryCall)
-{
-    ScriptedPrompts prompts;
-    prompts.answerMessage(MessageAnswer::Yes)
-        .answerInput(u"Rabbits"_s)
-        .answerSaveFile(Frame::FileChoice { u"/tmp/a.qnp"_s, 2 });
-    Frame::Prompts& current = Frame::CurrentPrompts();
-    EXPECT_EQ(current.message(
-                  u"Save?"_s, u"Ormsey"_s, MessageIcon::Exclamation, MessageButtons::YesNoCancel),
-        MessageAnswer::Yes);
-    EXPECT_EQ(current.input(u"Name:"_s, u"Query"_s, u"q1"_s), u"Rabbits"_s);
-    const auto saved = current.saveFile({});
-    ASSERT_TRUE(saved);
-    EXPECT_EQ(saved->path, u"/tmp/a.qnp"_s);
-    EXPECT_EQ(saved->filterIndex, 2);
-    ASSERT_EQ(prompts.calls().size(), 3);
-    EXPECT_EQ(prompts.calls()[0].icon, MessageIcon::Exclamation);
-    EXPECT_EQ(prompts.calls()[0].buttons, MessageButtons::YesNoCancel);
-    EXPECT_EQ(prompts.calls()[1].defaultText, u"q1"_s);
-    EXPECT_EQ(prompts.messages(), QStringList { u"Save?"_s });
-}
-
+// Its answering and recording are read by every window test; what no other test can show is
+// that a message nobody expected, or an answer nobody took, fails the test.
 TEST(ScriptedPrompts, UnexpectedMessageOrUnusedAnswerFailsTheTest)
 {
     EXPECT_NONFATAL_FAILURE(

@@ -1,5 +1,6 @@
 #include "sheet/SheetDocument.h"
 
+#include "RowFile.h"
 #include "frame/support/ScriptedPrompts.h"
 #include "platform/io/SaveFaults.h"
 #include "sheet/SheetChange.h"
@@ -16,6 +17,9 @@ using namespace Tillane;
 using Frame::MessageAnswer;
 
 namespace {
+
+using RowFile::In;
+using RowFile::Named;
 
 constexpr qint32 Red = 0x0000FF;
 constexpr qint32 Yellow = 0x00FFFF;
@@ -266,55 +270,37 @@ INSTANTIATE_TEST_SUITE_P(Rows, SheetOpen,
             u"This file is damaged"_s, false, true }),
     [](const testing::TestParamInfo<OpenRow>& info) { return info.param.name; });
 
-TEST_F(SheetDocumentTest, ClearingEmptiesUnlockedCellsFromTheCurrentCellDown)
+// What clearing does to a cell is the sheet's rule (DependenciesTest); the document picks the
+// cells: from the current cell to the selection's end, none when that lies above or left.
+TEST_F(SheetDocumentTest, ClearingTakesTheCellsFromTheCurrentCellDown)
 {
     fillAndSave();
-    document.SetCellStyle(CellBlock::Single(at("C1")), White, true);
-    document.ClearCells(block("A2", "A1")); // made upwards: no cells
+    document.ClearCells(block("A2", "A1"));
     EXPECT_EQ(shown("A1"), u"4"_s);
-    document.ClearCells(block("A1", "C1"));
-    EXPECT_EQ(shown("A1"), QString());
-    EXPECT_EQ(sheet().record(at("A1")).Kind, EmptyCell);
-    EXPECT_EQ(shown("B1"), QString()); // its formula is gone
-    EXPECT_EQ(shown("C1"), u"Rain"_s); // locked
-    EXPECT_EQ(shown("A3"), u"10"_s); // a cleared cell keeps its value for the sums
+    document.ClearCells(block("A1", "B1"));
+    EXPECT_EQ((QStringList { shown("A1"), shown("B1"), shown("C1"), shown("A2") }),
+        (QStringList { QString(), QString(), u"Rain"_s, u"6"_s }));
 }
 
-struct ColourRow
-{
-    const char* name;
-    qint32 chosen;
-    bool wholeSheet;
-    qint32 stored;
-    qint32 background;
-};
-
-class SheetCellColour : public SheetDocumentTest, public testing::WithParamInterface<ColourRow>
-{
-};
+using SheetCellColour = RowFile::RowTest<SheetDocumentTest>;
 
 TEST_P(SheetCellColour, ColoursAreStoredTheSheetsWay)
 {
-    const ColourRow& row = GetParam();
+    const auto chosen = qint32(row().whole("chosen"));
     document.SetCellStyle(
-        row.wholeSheet ? CellBlock::WholeSheet() : CellBlock::Single(at("B2")), row.chosen, false);
-    EXPECT_EQ(sheet().display(2, 2).BackColour, row.stored);
-    EXPECT_EQ(sheet().backgroundColour(), row.background);
-    EXPECT_EQ(document.CellBackColour(at("B2")), row.chosen);
+        row().flag("wholeSheet") ? CellBlock::WholeSheet() : CellBlock::Single(at("B2")), chosen,
+        false);
+    EXPECT_EQ(sheet().display(2, 2).BackColour, row().whole("stored"));
+    EXPECT_EQ(sheet().backgroundColour(), row().whole("background"));
+    EXPECT_EQ(document.CellBackColour(at("B2")), chosen);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SheetCellColour,
-    testing::Values(ColourRow { "blackIsOne", Black, false, 1, White },
-        ColourRow { "gridColourFollowsTheGrid", White, false, 0, White },
-        ColourRow { "otherColourAsItIs", Red, false, Red, White },
-        ColourRow { "wholeSheetColoursTheGrid", Yellow, true, 0, Yellow }),
-    [](const testing::TestParamInfo<ColourRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, SheetCellColour, In("sheet/document/cellColours.rows"), Named());
 
 TEST_F(SheetDocumentTest, NumberFormatsOfCellsAndOfTheSheet)
 {
     document.EnterCell(at("A1"), u"£3"_s);
     document.EnterCell(at("A2"), u"2.5"_s);
-    EXPECT_EQ(shown("A1"), u"£3.00"_s);
     document.SetNumberFormat(CellBlock::Single(at("A1")), u"General"_s);
     EXPECT_EQ(sheet().record(at("A1")).NumberFormat, QString());
     EXPECT_EQ(shown("A1"), u"3"_s);
@@ -327,34 +313,19 @@ TEST_F(SheetDocumentTest, NumberFormatsOfCellsAndOfTheSheet)
     EXPECT_EQ(shown("A2"), u"2.5"_s);
 }
 
-struct TrialRow
-{
-    const char* name;
-    const char* cell;
-    QString text;
-    bool evaluates;
-};
-
-class SheetFormulaTrial : public SheetDocumentTest, public testing::WithParamInterface<TrialRow>
-{
-};
+using SheetFormulaTrial = RowFile::RowTest<SheetDocumentTest>;
 
 TEST_P(SheetFormulaTrial, TrialEvaluationChangesNothing)
 {
     fillAndSave();
     const SheetContents before = SheetContents::Of(sheet());
-    EXPECT_EQ(
-        document.FormulaEvaluates(at(GetParam().cell), GetParam().text), GetParam().evaluates);
+    const QByteArray cell = row().text("cell").toLatin1();
+    EXPECT_EQ(document.FormulaEvaluates(at(cell.constData()), row().text("text")),
+        row().flag("evaluates"));
     EXPECT_TRUE(SheetContents::Of(sheet()) == before);
     EXPECT_FALSE(document.CanUndo() && document.IsChanged());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SheetFormulaTrial,
-    testing::Values(TrialRow { "complete", "D1", u"=A1+A2"_s, true },
-        TrialRow { "waitingForAnOperand", "D1", u"=A1+"_s, false },
-        TrialRow { "unfinishedRange", "D1", u"=sum(A1:"_s, false },
-        TrialRow { "circular", "A1", u"=B1+1"_s, false },
-        TrialRow { "rewritesAFormulasLinks", "B1", u"=A2*3"_s, true }),
-    [](const testing::TestParamInfo<TrialRow>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, SheetFormulaTrial, In("sheet/document/formulaTrials.rows"), Named());
 
 } // namespace

@@ -8,9 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class SystemTextDecoding : public RowFile::RowTest<>
-{
-};
+using SystemTextDecoding = RowFile::RowTest<>;
 
 TEST_P(SystemTextDecoding, ReadsUtf8ElseWindows1252ByLine)
 {
@@ -19,19 +17,5 @@ TEST_P(SystemTextDecoding, ReadsUtf8ElseWindows1252ByLine)
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, SystemTextDecoding, RowFile::In("platform/profile/systemText.rows"), RowFile::Named());
-
-TEST(Windows1252, EveryByteHasOneCharacter)
-{
-    QByteArray all;
-    for (int byte = 0; byte < 256; ++byte)
-        all += char(byte);
-    const QString text = Profile::DecodeWindows1252(all);
-    ASSERT_EQ(text.size(), 256);
-    EXPECT_EQ(text[0x41], u'A');
-    EXPECT_EQ(text[0x80], QChar(0x20AC));
-    EXPECT_EQ(text[0x9F], QChar(0x0178));
-    EXPECT_EQ(text[0xA0], QChar(0x00A0));
-    EXPECT_EQ(text[0xFF], QChar(0x00FF));
-}
 
 } // namespace

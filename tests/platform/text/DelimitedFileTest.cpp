@@ -1,131 +1,69 @@
 #include "platform/text/DelimitedFile.h"
 
+#include "RowFile.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <ostream>
-
-// Shows QString values as text in failure messages instead of bytes.
-inline void PrintTo(const QString& text, std::ostream* stream)
-{
-    *stream << '"' << text.toStdString() << '"';
-}
 
 using namespace Qt::Literals::StringLiterals;
 using Text::DelimitedFile;
 
 namespace {
 
-class DelimitedFiles : public testing::Test
+// Records as the rows write them: [a|b][c].
+QString Bracketed(const QList<QStringList>& records)
+{
+    QString text;
+    for (const QStringList& record : records)
+        text += u'[' + record.join(u'|') + u']';
+    return text;
+}
+
+class DelimitedFiles : public RowFile::RowTest<>
 {
 protected:
-    QString write(const QByteArray& bytes)
-    {
-        const QString path = m_folder.filePath(u"data.csv"_s);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return path;
-    }
-
     QTemporaryDir m_folder;
     DelimitedFile file;
 };
 
-struct CountRow
+TEST_P(DelimitedFiles, CountLinesAndReadRecordsInOrder)
 {
-    const char* name;
-    QByteArray bytes;
-    bool labels;
-    int records;
-    int fields;
-};
-
-class CountingRecords : public DelimitedFiles, public testing::WithParamInterface<CountRow>
-{
-};
-
-// Counted by lines, whatever the quotes hold.
-TEST_P(CountingRecords, CountsLinesLessTheLabels)
-{
-    file.setFirstRowIsLabels(GetParam().labels);
-    ASSERT_TRUE(file.OpenFile(write(GetParam().bytes)));
-    EXPECT_EQ(file.NumberOfRecords(), GetParam().records);
-    EXPECT_EQ(file.NumberOfFields(), GetParam().fields);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, CountingRecords,
-    testing::Values(CountRow { "threeLines", "Name,Age\r\nAnn,9\r\nBen,10\r\n", false, 3, 2 },
-        CountRow { "threeLinesOneOfLabels", "Name,Age\r\nAnn,9\r\nBen,10\r\n", true, 2, 2 },
-        CountRow { "lastLineWithoutLineEnd", "a\nb\nc", false, 3, 1 },
-        CountRow { "quoteAcrossLines", "\"a\nb\",c\n", false, 2, 1 },
-        CountRow { "empty", "", true, 0, 0 }),
-    [](const testing::TestParamInfo<CountRow>& info) { return info.param.name; });
-
-TEST_F(DelimitedFiles, FirstLineGivesFieldsAndLabels)
-{
-    ASSERT_TRUE(file.OpenFile(write("Name,\"Age, years\",Pet\nAnn,9,cat\n")));
-    EXPECT_EQ(file.NumberOfFields(), 3);
-    EXPECT_EQ(file.FieldLabel(1), u"Age, years"_s);
-    EXPECT_TRUE(file.FieldLabel(3).isEmpty());
+    const QString path = m_folder.filePath(u"data.csv"_s);
+    QFile bytes(path);
+    ASSERT_TRUE(bytes.open(QIODevice::WriteOnly));
+    bytes.write(row().bytes("file"));
+    bytes.close();
+    file.setFirstRowIsLabels(row().flag("labels"));
+    file.setSeparator(row().text("separator"));
+    ASSERT_TRUE(file.OpenFile(path));
+    EXPECT_EQ(file.NumberOfRecords(), row().whole("records"));
+    ASSERT_EQ(file.NumberOfFields(), row().whole("fields"));
+    QStringList labels;
+    for (int index = 0; index < file.NumberOfFields(); ++index)
+        labels << file.FieldLabel(index);
+    EXPECT_EQ(Bracketed(labels.isEmpty() ? QList<QStringList> {} : QList<QStringList> { labels })
+                  .toStdString(),
+        row().text("fieldLabels").toStdString());
     EXPECT_TRUE(file.FieldLabel(-1).isEmpty());
-}
-
-TEST_F(DelimitedFiles, RecordsInOrderThenEnd)
-{
-    ASSERT_TRUE(file.OpenFile(write("Name,Age\r\nAnn,9\r\nBen,10\r\n")));
-    QStringList fields;
-    ASSERT_TRUE(file.GetRecords(fields));
-    EXPECT_EQ(fields, (QStringList { u"Name"_s, u"Age"_s }));
-    ASSERT_TRUE(file.GetRecords(fields));
-    ASSERT_TRUE(file.GetRecords(fields));
-    EXPECT_EQ(fields, (QStringList { u"Ben"_s, u"10"_s }));
-    EXPECT_FALSE(file.GetRecords(fields));
-}
-
-TEST_F(DelimitedFiles, LabelsLineIsPassedOver)
-{
-    file.setFirstRowIsLabels(true);
-    ASSERT_TRUE(file.OpenFile(write("Name,Age\nAnn,9\n")));
-    QStringList fields;
-    ASSERT_TRUE(file.GetRecords(fields));
-    EXPECT_EQ(fields, (QStringList { u"Ann"_s, u"9"_s }));
-    EXPECT_FALSE(file.GetRecords(fields));
-}
-
-TEST_F(DelimitedFiles, TabSeparated)
-{
-    file.setSeparator(u"\t"_s);
-    ASSERT_TRUE(file.OpenFile(write("a,b\tc\n")));
-    EXPECT_EQ(file.FieldLabel(0), u"a,b"_s);
-    EXPECT_EQ(file.NumberOfFields(), 2);
-}
-
-TEST_F(DelimitedFiles, Windows1252LinesAndUtf8Lines)
-{
-    ASSERT_TRUE(file.OpenFile(write("\xEF\xBB\xBF"
-                                    "caf\xC3\xA9\n\xA3"
-                                    "5\n")));
-    QStringList fields;
-    ASSERT_TRUE(file.GetRecords(fields));
-    EXPECT_EQ(fields, QStringList { u"café"_s });
-    ASSERT_TRUE(file.GetRecords(fields));
-    EXPECT_EQ(fields, QStringList { u"£5"_s });
-}
-
-TEST_F(DelimitedFiles, ClosingResetsTheCounts)
-{
-    ASSERT_TRUE(file.OpenFile(write("a,b\nc,d\n")));
+    EXPECT_TRUE(file.FieldLabel(file.NumberOfFields()).isEmpty());
+    QList<QStringList> records;
+    for (QStringList fields; file.GetRecords(fields);)
+        records << fields;
+    EXPECT_EQ(Bracketed(records).toStdString(), row().text("read").toStdString());
     file.CloseFile();
     EXPECT_EQ(file.NumberOfRecords(), 0);
     EXPECT_EQ(file.NumberOfFields(), 0);
-    QStringList fields;
-    EXPECT_FALSE(file.GetRecords(fields));
 }
 
-TEST_F(DelimitedFiles, MissingFileIsNotOpened)
+INSTANTIATE_TEST_SUITE_P(
+    Rows, DelimitedFiles, RowFile::In("platform/text/delimitedFile.rows"), RowFile::Named());
+
+TEST(DelimitedFile, MissingFileIsNotOpened)
 {
-    EXPECT_FALSE(file.OpenFile(m_folder.filePath(u"none.csv"_s)));
+    QTemporaryDir folder;
+    DelimitedFile file;
+    EXPECT_FALSE(file.OpenFile(folder.filePath(u"none.csv"_s)));
     EXPECT_EQ(file.NumberOfRecords(), 0);
 }
 

@@ -9,9 +9,7 @@ using Text::Dialect;
 
 namespace {
 
-class Reading : public RowFile::RowTest<>
-{
-};
+using Reading = RowFile::RowTest<>;
 
 // The two dialects differ at quotes, line breaks inside quotes, CR and blank lines.
 TEST_P(Reading, GivesTheRecordsOfTheDialect)
