@@ -1,11 +1,13 @@
 #include "cards/CardDocument.h"
 
 #include "CardTestSupport.h"
+#include "RowFile.h"
 #include "TableRows.h"
 #include "cards/CardFields.h"
 #include "cards/DaoProperties.h"
 #include "frame/support/ScriptedPrompts.h"
 #include "platform/runtime/HostLocale.h"
+#include "platform/runtime/RuntimeRows.h"
 
 #include <QFile>
 #include <QLocale>
@@ -114,42 +116,18 @@ TEST_F(CardDocumentTest, ShowsTheFirstCardWithEachFieldFormatted)
     EXPECT_EQ(shown(u"Cost"_s).ArrayIndex, 9); // txtField(1) is Field1
 }
 
-// What a field box's text becomes in the file when the card is saved.
-struct SavedRow
-{
-    const char* name;
-    QString label;
-    QString typed;
-    QString column;
-    Variant value;
-};
-
-class SaveCardConversion : public CardDocumentTest, public testing::WithParamInterface<SavedRow>
-{
-};
+using SaveCardConversion = RowFile::RowTest<CardDocumentTest>;
 
 TEST_P(SaveCardConversion, StoresTheTypedText)
 {
-    const SavedRow& row = GetParam();
-    ASSERT_TRUE(type(row.label, row.typed));
+    ASSERT_TRUE(type(row().text("label"), row().text("typed")));
     EXPECT_TRUE(m_document->IsChanged());
     ASSERT_TRUE(m_document->SaveCard());
-    EXPECT_EQ(stored(u"Polly"_s, row.column), row.value);
+    EXPECT_EQ(stored(u"Polly"_s, row().text("column")), RuntimeRows::Value(row(), "stored"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SaveCardConversion,
-    testing::Values(
-        SavedRow { "wholeNumberText", u"Legs"_s, u"abc"_s, u"Field7"_s, Variant::null() },
-        SavedRow { "wholeNumberZero", u"Legs"_s, u"0"_s, u"Field7"_s, qint64(0) },
-        SavedRow { "wholeNumberLeadingZeros", u"Legs"_s, u"007"_s, u"Field7"_s, qint64(7) },
-        SavedRow { "wholeNumberWithUnit", u"Legs"_s, u" 12kg"_s, u"Field7"_s, qint64(12) },
-        SavedRow { "decimalThousands", u"Weight"_s, u"1,234.5"_s, u"Field8"_s, 1234.5 },
-        SavedRow { "shownTextUnchanged", u"Weight"_s, u"2.00 "_s, u"Field8"_s, 2.0 },
-        SavedRow { "currencySymbol", u"Cost"_s, u"£2.50"_s, u"Field9"_s, Variant::currency(2.5) },
-        SavedRow { "currencyEmptied", u"Cost"_s, u""_s, u"Field9"_s, Variant::null() },
-        SavedRow { "textAsTyped", u"Animal"_s, u" Macaw "_s, u"Field1"_s, u" Macaw "_s },
-        SavedRow { "dropDownItem", u"Size"_s, u"Small"_s, u"Field12"_s, u"Small"_s }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SaveCardConversion, RowFile::In("cards/savedValues.rows"), RowFile::Named());
 
 TEST_F(CardDocumentTest, DatePickersAndCheckBoxesSaveTheirState)
 {
@@ -164,75 +142,44 @@ TEST_F(CardDocumentTest, DatePickersAndCheckBoxesSaveTheirState)
     EXPECT_EQ(stored(u"Polly"_s, u"Field10"_s), Variant::date(45001.5));
 }
 
-// A refused save: the message, and the card still in its edit with what the user typed.
-struct RefusedRow
-{
-    const char* name;
-    QString cardName;
-    QString label;
-    QString typed;
-    QString message;
-    MessageIcon icon;
-};
-
-class SaveCardRefusal : public CardDocumentTest, public testing::WithParamInterface<RefusedRow>
-{
-};
+using SaveCardRefusal = RowFile::RowTest<CardDocumentTest>;
 
 TEST_P(SaveCardRefusal, IsToldAndKeepsTheTypedCard)
 {
-    const RefusedRow& row = GetParam();
+    const QHash<QString, QString> texts { { u"duplicate"_s, DuplicateText },
+        { u"emptyName"_s, EmptyNameText } };
+    const QStringList icons { u"None"_s, u"Information"_s, u"Exclamation"_s };
     m_prompts.answerMessage(MessageAnswer::Ok);
     m_document->AddCard();
-    ASSERT_TRUE(type(u"Name"_s, row.cardName));
-    ASSERT_TRUE(type(row.label, row.typed));
+    ASSERT_TRUE(type(u"Name"_s, row().text("cardName")));
+    ASSERT_TRUE(type(row().text("label"), row().text("typed")));
     EXPECT_FALSE(m_document->SaveCard());
     ASSERT_EQ(m_prompts.calls().size(), 1);
-    EXPECT_EQ(m_prompts.calls()[0].text, row.message);
-    EXPECT_EQ(m_prompts.calls()[0].icon, row.icon);
+    EXPECT_EQ(m_prompts.calls()[0].text, texts.value(row().text("message"), row().text("message")));
+    EXPECT_EQ(m_prompts.calls()[0].icon, MessageIcon(icons.indexOf(row().text("icon"))));
     EXPECT_EQ(m_document->RecordCountText(), u"/3"_s);
     EXPECT_TRUE(m_document->IsChanged());
-    EXPECT_EQ(shown(row.label).Text, row.typed);
+    EXPECT_EQ(shown(row().text("label")).Text, row().text("typed"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SaveCardRefusal,
-    testing::Values(RefusedRow { "duplicateName", u"Rex"_s, u"Animal"_s, u"Dog"_s, DuplicateText,
-                        MessageIcon::Exclamation },
-        RefusedRow { "duplicateNameOtherCase", u"rEX "_s, u"Animal"_s, u"Dog"_s, DuplicateText,
-            MessageIcon::Exclamation },
-        RefusedRow {
-            "emptyName", u"   "_s, u"Animal"_s, u"Dog"_s, EmptyNameText, MessageIcon::Information },
-        RefusedRow { "currencyNotANumber", u"Fido"_s, u"Cost"_s, u"lots"_s,
-            u"Error 13: Type mismatch"_s, MessageIcon::None },
-        RefusedRow { "numberTooLarge", u"Fido"_s, u"Legs"_s, u"99999999999"_s,
-            u"Error 3349: Numeric field overflow."_s, MessageIcon::None }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SaveCardRefusal, RowFile::In("cards/refusedSaves.rows"), RowFile::Named());
 
-// Moving through the three cards: what the record box, the count and the name box show, and
-// the messages on the way.
-struct MoveRow
-{
-    const char* name;
-    QStringList steps; // first, previous, next, last, add, refresh, or a record box entry
-    QString record;
-    QString cardName;
-    bool canMoveBack;
-    QStringList messages;
-};
-
-class Navigation : public CardDocumentTest, public testing::WithParamInterface<MoveRow>
-{
-};
+using Navigation = RowFile::RowTest<CardDocumentTest>;
 
 TEST_P(Navigation, ShowsTheCardItReaches)
 {
-    const MoveRow& row = GetParam();
-    for (qsizetype index = 0; index < row.messages.size(); ++index)
+    const QHash<QString, QString> texts { { u"emptyName"_s, EmptyNameText },
+        { u"noSuchCard"_s, NoSuchCardText } };
+    QStringList messages;
+    for (const QString& message : row().list("messages")) {
+        messages << texts.value(message, message);
         m_prompts.answerMessage(MessageAnswer::Ok);
+    }
     const QHash<QString, int> moves { { u"first"_s, Bramlet::FirstCard },
         { u"previous"_s, Bramlet::PreviousCard }, { u"next"_s, Bramlet::NextCard },
         { u"last"_s, Bramlet::LastCard } };
-    for (const QString& step : row.steps) {
+    for (const QString& step : row().list("steps")) {
         if (moves.contains(step))
             m_document->GoToCard(moves[step]);
         else if (step == u"add"_s)
@@ -242,32 +189,14 @@ TEST_P(Navigation, ShowsTheCardItReaches)
         else
             m_document->GoToNumber(step);
     }
-    EXPECT_EQ(m_document->RecordNumberText(), row.record);
+    EXPECT_EQ(m_document->RecordNumberText(), row().text("record"));
     EXPECT_EQ(m_document->RecordCountText(), u"/3"_s);
-    EXPECT_EQ(shown(u"Name"_s).Text, row.cardName);
-    EXPECT_EQ(m_document->CanMoveBack(), row.canMoveBack);
-    EXPECT_EQ(m_prompts.messages(), row.messages);
+    EXPECT_EQ(shown(u"Name"_s).Text, row().text("cardName"));
+    EXPECT_EQ(m_document->CanMoveBack(), row().flag("canMoveBack"));
+    EXPECT_EQ(m_prompts.messages(), messages);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Navigation,
-    testing::Values(MoveRow { "opensAtTheFirstCard", {}, u"1"_s, u"Polly"_s, false, {} },
-        MoveRow { "nextAndPrevious", { u"next"_s, u"next"_s, u"previous"_s }, u"2"_s, u"Rex"_s,
-            true, {} },
-        MoveRow { "previousOnTheFirstStays", { u"previous"_s }, u"1"_s, u"Polly"_s, false, {} },
-        MoveRow {
-            "nextOnTheLastStartsANewCard", { u"last"_s, u"next"_s }, u"--"_s, QString(), true, {} },
-        MoveRow { "previousFromANewCardShowsTheLast", { u"add"_s, u"previous"_s }, u"3"_s,
-            u"Tiddles"_s, true, {} },
-        MoveRow { "nextOnANewCardWithoutNameIsTold", { u"add"_s, u"next"_s }, u"--"_s, QString(),
-            true, { EmptyNameText } },
-        MoveRow { "recordBox", { u"2"_s }, u"2"_s, u"Rex"_s, true, {} },
-        MoveRow {
-            "recordBoxZero", { u"3"_s, u"0"_s }, u"3"_s, u"Tiddles"_s, true, { NoSuchCardText } },
-        MoveRow {
-            "recordBoxPastTheEnd", { u"4"_s }, u"1"_s, u"Polly"_s, false, { NoSuchCardText } },
-        MoveRow {
-            "refreshKeepsTheCard", { u"3"_s, u"refresh"_s }, u"3"_s, u"Tiddles"_s, true, {} }),
-    TestRows::Named());
+INSTANTIATE_TEST_SUITE_P(Rows, Navigation, RowFile::In("cards/navigation.rows"), RowFile::Named());
 
 TEST_F(CardDocumentTest, NewCardIsSavedWhenLeftAndSortedByRefresh)
 {

@@ -1,5 +1,6 @@
 #include "cards/CardFields.h"
 
+#include "TableRows.h"
 #include "cards/DaoProperties.h"
 #include "platform/dao/DBEngine.h"
 
@@ -39,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, FieldTypeCodeTest,
         TypeRow { "date", 7, u"DATETIME"_s, u"dd MMM yyyy"_s },
         TypeRow { "dateAndTime", 9, u"DATETIME"_s, u"dd MMM yyyy HH:mm"_s },
         TypeRow { "dropDown", 11, u"TEXT"_s, {} }, TypeRow { "keyword", 14, QString(), {} }),
-    [](const testing::TestParamInfo<TypeRow>& info) { return std::string(info.param.name); });
+    TestRows::Named());
 
 struct CounterRow
 {
@@ -73,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(Names, ColumnCounterTest,
         CounterRow { "withoutRegardToCase", { u"field7"_s, u"url1"_s, u"RESOURCE4"_s }, 7, 1, 4 },
         CounterRow { "oldSingleColumns", { u"URL"_s, u"Resource"_s }, 0, 0, 0 },
         CounterRow { "alterTempFieldIsNoField", { u"AlterTempField"_s, u"Field2"_s }, 2, 0, 0 }),
-    [](const testing::TestParamInfo<CounterRow>& info) { return std::string(info.param.name); });
+    TestRows::Named());
 
 struct PropertyTypeRow
 {
@@ -97,9 +98,7 @@ INSTANTIATE_TEST_SUITE_P(Values, PropertyTypeTest,
         PropertyTypeRow { "real", 0.5, Dao::DataType::Double },
         PropertyTypeRow { "text", u"Field Label"_s, Dao::DataType::Text },
         PropertyTypeRow { "picture", QByteArray("x"), Dao::DataType::LongBinary }),
-    [](const testing::TestParamInfo<PropertyTypeRow>& info) {
-        return std::string(info.param.name);
-    });
+    TestRows::Named());
 
 class DaoPropertyTest : public testing::Test
 {
@@ -120,15 +119,10 @@ protected:
     std::shared_ptr<Dao::Field> m_field;
 };
 
-TEST_F(DaoPropertyTest, MissingPropertyReadsEmpty)
+TEST_F(DaoPropertyTest, MissingPropertyReadsEmptyAndEmptyTextCreatesNone)
 {
     EXPECT_TRUE(Bramlet::GetDaoProperty(*m_field, u"FieldLabel"_s).isEmpty());
     EXPECT_EQ(Bramlet::FieldType(*m_field), 0);
-    EXPECT_EQ(Bramlet::FieldLabel(*m_field), QString());
-}
-
-TEST_F(DaoPropertyTest, EmptyTextNeverCreatesAProperty)
-{
     Bramlet::SetDaoProperty(*m_field, u"FieldFormat"_s, u""_s);
     EXPECT_EQ(m_field->Properties().Count(), 0);
     Bramlet::SetFieldFormat(*m_field, u"Fixed"_s);

@@ -104,7 +104,7 @@ TEST(QtMessageBox, EnterOnADestructiveQuestionAnswersNo)
         MessageAnswer::No);
 }
 
-TEST(QtInputBox, ReturnsTheTypedText)
+TEST(QtInputBox, ReturnsTheTypedTextOrNothingOnCancel)
 {
     QString shownDefault;
     QString label;
@@ -118,10 +118,7 @@ TEST(QtInputBox, ReturnsTheTypedText)
         Frame::QtPrompts().input(u"Query name:"_s, u"Save Query"_s, u"Query1"_s), u"Rabbits"_s);
     EXPECT_EQ(shownDefault, u"Query1"_s);
     EXPECT_EQ(label, u"Query name:"_s);
-}
-
-TEST(QtInputBox, CancelGivesNothing)
-{
+    // Cancel gives nothing.
     WhenShown<QInputDialog>([](QInputDialog* dialog) { dialog->reject(); });
     EXPECT_FALSE(Frame::QtPrompts().input(u"Name:"_s, QString(), u"x"_s));
 }

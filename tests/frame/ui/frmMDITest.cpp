@@ -384,7 +384,7 @@ struct CompactionCall
     QString workFile;
 };
 
-TEST_F(MainWindowTest, CompactWithoutTemporaryFolderShowsMessage455)
+TEST_F(MainWindowTest, CompactNeedsATemporaryFolderThenRunsAndReports456)
 {
     QList<CompactionCall> compacted;
     Frame::RegisterDatabaseCompaction([&compacted](const QString& file, const QString& work) {
@@ -393,31 +393,19 @@ TEST_F(MainWindowTest, CompactWithoutTemporaryFolderShowsMessage455)
     Frame::Settings().TempFolder.clear();
     prompts.answerMessage(MessageAnswer::Ok);
     window->CompactDatabase();
-    ASSERT_EQ(prompts.calls().size(), 1);
-    EXPECT_EQ(prompts.calls()[0].text,
-        u"You cannot compact a database because there is no temporary path set."_s);
+    EXPECT_EQ(prompts.messages(),
+        QStringList { u"You cannot compact a database because there is no temporary path set."_s });
     EXPECT_EQ(prompts.calls()[0].title, u"Quorbin"_s);
-    EXPECT_EQ(prompts.calls()[0].icon, MessageIcon::Information);
     EXPECT_TRUE(compacted.isEmpty());
-}
 
-TEST_F(MainWindowTest, CompactRunsTheCompactionWithTheWorkFileAndReports456)
-{
-    QList<CompactionCall> compacted;
-    Frame::RegisterDatabaseCompaction([&compacted](const QString& file, const QString& work) {
-        compacted.append({ file, work });
-    });
     Frame::Settings().TempFolder = u"/tmp/quorbin-test"_s;
     prompts.answerOpenFile(Frame::FileChoice { u"/home/class/Pets.qnd"_s, 1 })
         .answerMessage(MessageAnswer::Ok);
     window->CompactDatabase();
-    ASSERT_EQ(prompts.calls().size(), 2);
-    const Frame::FileDialogRequest& request = prompts.calls()[0].file;
-    EXPECT_EQ(request.title, u"Compact Database"_s);
-    EXPECT_EQ(request.filter, u"Quorbin Database Files|*.qnd"_s);
-    EXPECT_EQ(request.filterIndex, 1);
-    EXPECT_EQ(prompts.calls()[1].text, u"Database successfully compacted"_s);
-    EXPECT_EQ(prompts.calls()[1].icon, MessageIcon::Information);
+    ASSERT_EQ(prompts.calls().size(), 3);
+    EXPECT_EQ(prompts.calls()[1].file.filter, u"Quorbin Database Files|*.qnd"_s);
+    EXPECT_EQ(prompts.calls()[2].text, u"Database successfully compacted"_s);
+    EXPECT_EQ(prompts.calls()[2].icon, MessageIcon::Information);
     ASSERT_EQ(compacted.size(), 1);
     EXPECT_EQ(compacted[0].fileName, u"/home/class/Pets.qnd"_s);
     EXPECT_EQ(compacted[0].workFile, u"/tmp/quorbin-test/Quorbin.tmp"_s);

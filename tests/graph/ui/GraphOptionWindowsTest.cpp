@@ -245,7 +245,7 @@ TEST_F(GraphOptionWindowsTest, PaletteOptionsButtonNeedsData)
 }
 
 // What OK hands over shows in the window's headings (frmOrmseyTest).
-TEST_F(GraphOptionWindowsTest, SeriesEditorEnablesTheBoxesInUse)
+TEST_F(GraphOptionWindowsTest, SeriesEditorEnablesTheBoxesInUseAndCancelChangesNothing)
 {
     Ormsey::frmEditDataSeries editor(graph, &owner);
     EXPECT_EQ(editor.updSeries->value(), 1);
@@ -254,12 +254,7 @@ TEST_F(GraphOptionWindowsTest, SeriesEditorEnablesTheBoxesInUse)
     editor.updSeries->setValue(2);
     EXPECT_TRUE(editor.txtSeriesLabel[1]->isEnabled());
     EXPECT_FALSE(editor.txtSeriesLabel[2]->isEnabled());
-}
-
-TEST_F(GraphOptionWindowsTest, SeriesEditorCancelChangesNothing)
-{
-    Ormsey::frmEditDataSeries editor(graph, &owner);
-    editor.updSeries->setValue(3);
+    // Cancel hands nothing over.
     Retype(editor.txtSeriesLabel[0], u"Girls"_s);
     QTest::mouseClick(editor.findChild<QPushButton*>(u"cmdCancel"_s), Qt::LeftButton);
     EXPECT_EQ(graph.NumberOfDataSeries(), 1);
