@@ -1,5 +1,6 @@
 #include "graph/GraphOptions.h"
 
+#include "RowFile.h"
 #include "frame/Colours.h"
 #include "frame/FrameSettings.h"
 #include "graph/Graph.h"
@@ -18,45 +19,22 @@ protected:
     void SetUp() override { Frame::InitialiseFrame(QStringLiteral(QUORBIN_RESOURCES_DIR)); }
 };
 
-struct RangeRow
-{
-    const char* name;
-    QString minimum;
-    QString maximum;
-    Ormsey::AxisRangeCheck check;
-    QString minimumAfter;
-    QString maximumAfter;
-};
-
-constexpr auto Accepted = Ormsey::AxisRangeCheck::Accepted;
-constexpr auto Equal = Ormsey::AxisRangeCheck::EqualValues;
-
-class AxisRangeTest : public testing::TestWithParam<RangeRow>
-{
-};
+using AxisRangeTest = RowFile::RowTest<>;
 
 TEST_P(AxisRangeTest, RefusesEqualValuesAndSwapsAReversedRange)
 {
-    const RangeRow& row = GetParam();
-    QString minimum = row.minimum;
-    QString maximum = row.maximum;
-    EXPECT_EQ(Ormsey::CheckAxisRange(minimum, maximum), row.check);
-    EXPECT_EQ(minimum, row.minimumAfter);
-    EXPECT_EQ(maximum, row.maximumAfter);
+    const QStringList checks { u"Accepted"_s, u"MinimumTooLarge"_s, u"MaximumTooLarge"_s,
+        u"EqualValues"_s };
+    QString minimum = row().text("minimum");
+    QString maximum = row().text("maximum");
+    EXPECT_EQ(Ormsey::CheckAxisRange(minimum, maximum),
+        Ormsey::AxisRangeCheck(checks.indexOf(row().text("check"))));
+    EXPECT_EQ(minimum, row().text("minimumAfter"));
+    EXPECT_EQ(maximum, row().text("maximumAfter"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AxisRangeTest,
-    testing::Values(RangeRow { "reversedIsSwapped", u"50"_s, u"10"_s, Accepted, u"10"_s, u"50"_s },
-        RangeRow { "inOrderIsKeptAsTyped", u" 1"_s, u"2kg"_s, Accepted, u" 1"_s, u"2kg"_s },
-        RangeRow {
-            "reversedFractionsInGeneralForm", u"2.50"_s, u"-.5"_s, Accepted, u"-0.5"_s, u"2.5"_s },
-        RangeRow { "equalIsRefused", u"5"_s, u"5"_s, Equal, u"5"_s, u"5"_s },
-        RangeRow { "textReadsAsZeroSoEqual", u"abc"_s, u"0"_s, Equal, u"abc"_s, u"0"_s },
-        RangeRow { "minimumBeyondADouble", u"1e999"_s, u"5"_s,
-            Ormsey::AxisRangeCheck::MinimumTooLarge, u"1e999"_s, u"5"_s },
-        RangeRow { "maximumBeyond32Bits", u"5"_s, u"&H123456789"_s,
-            Ormsey::AxisRangeCheck::MaximumTooLarge, u"5"_s, u"&H123456789"_s }),
-    [](const testing::TestParamInfo<RangeRow>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Rows, AxisRangeTest, RowFile::In("graph/axisRanges.rows"), RowFile::Named());
 
 TEST_F(GraphOptionsTest, BarOptionsAreTakenWithOneRedraw)
 {

@@ -14,7 +14,7 @@ QImage Filled(int width, int height)
     return image;
 }
 
-TEST(frmPicture, SmallPictureIsShownWholeWithoutScrolling)
+TEST(frmPicture, SmallPictureIsShownWholeALargeOneScrolls)
 {
     Frame::frmPicture window;
     window.SetPicture(Filled(320, 200));
@@ -24,14 +24,9 @@ TEST(frmPicture, SmallPictureIsShownWholeWithoutScrolling)
     EXPECT_GE(window.scrollArea->viewport()->height(), 200);
     EXPECT_EQ(window.scrollArea->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(window.scrollArea->verticalScrollBar()->maximum(), 0);
-}
-
-TEST(frmPicture, PictureLargerThanTheScreenScrolls)
-{
+    // A picture larger than the screen scrolls in a window that fits the screen.
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    Frame::frmPicture window;
     window.SetPicture(Filled(screen.width() * 2, screen.height() * 2));
-    window.show();
     EXPECT_LE(window.width(), screen.width());
     EXPECT_LE(window.height(), screen.height());
     EXPECT_GT(window.scrollArea->horizontalScrollBar()->maximum(), 0);
