@@ -100,8 +100,7 @@ TEST_P(GraphPictures, AreRecordedAsInTheirGoldenTraces)
 {
     Graph graph;
     GetParam().setUp(graph);
-    // Drawn first, so that the size is the finished picture's whatever the compiler's order.
-    const Emf::Picture& picture = *graph.hMF();
+    const Emf::Picture& picture = *graph.hMF(); // drawn before its size is read
     const QStringList trace
         = QStringList { u"picture %1 x %2"_s.arg(graph.Width()).arg(graph.Height()) }
         + Emf::TraceRecords(picture);

@@ -24,7 +24,6 @@ TEST(frmPicture, SmallPictureIsShownWholeALargeOneScrolls)
     EXPECT_GE(window.scrollArea->viewport()->height(), 200);
     EXPECT_EQ(window.scrollArea->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(window.scrollArea->verticalScrollBar()->maximum(), 0);
-    // A picture larger than the screen scrolls in a window that fits the screen.
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
     window.SetPicture(Filled(screen.width() * 2, screen.height() * 2));
     EXPECT_LE(window.width(), screen.width());
